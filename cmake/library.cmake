@@ -1,0 +1,55 @@
+# The library: one set of objects, linked into the shared product and, for the tests of internals,
+# into a static library that is not installed.
+file(GLOB zor_sources CONFIGURE_DEPENDS
+  zorutils/core/*.cpp zorutils/zortext/*.cpp zorutils/formats/*.cpp zorutils/fs/*.cpp
+  zorutils/xml/*.cpp zorutils/zorsys/*.cpp zorutils/platform/*.cpp)
+if(WIN32)
+  file(GLOB zor_platform_sources CONFIGURE_DEPENDS zorutils/platform/windows/*.cpp)
+else()
+  file(GLOB zor_platform_sources CONFIGURE_DEPENDS zorutils/platform/posix/*.cpp)
+endif()
+
+# The platform layer's own objects, so that its contract tests can link them without the library.
+add_library(zor_objects OBJECT ${zor_sources} ${zor_platform_sources})
+target_compile_definitions(zor_objects PRIVATE ZOR_BUILDING)
+target_link_libraries(zor_objects PUBLIC zor_options PRIVATE zor_warnings)
+
+set(zor_system_libraries)
+if(WIN32)
+  list(APPEND zor_system_libraries oleaut32 ole32 shell32 user32 gdi32 advapi32)
+else()
+  find_package(ICU 60 REQUIRED COMPONENTS uc i18n data)
+  find_package(Threads REQUIRED)
+  list(APPEND zor_system_libraries ICU::uc ICU::i18n Threads::Threads ${CMAKE_DL_LIBS})
+  target_link_libraries(zor_objects PRIVATE ICU::uc)
+endif()
+
+add_library(zorutils SHARED $<TARGET_OBJECTS:zor_objects>)
+target_link_libraries(zorutils PUBLIC zor_options PRIVATE ${zor_system_libraries})
+if(WIN32)
+  set_target_properties(zorutils PROPERTIES PREFIX "")
+endif()
+set_target_properties(zorutils PROPERTIES
+  VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+if(NOT WIN32)
+  target_link_options(zorutils PRIVATE
+    $<$<NOT:$<BOOL:${ZOR_SANITIZE}>>:-Wl,--no-undefined>)
+endif()
+
+add_library(zorutils_internal STATIC $<TARGET_OBJECTS:zor_objects>)
+target_compile_definitions(zorutils_internal INTERFACE ZOR_STATIC)
+target_link_libraries(zorutils_internal PUBLIC zor_options ${zor_system_libraries})
+
+if(WIN32)
+  # The compiler's run-time libraries lie beside the programs, as an installer would lay them.
+  foreach(dll libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}
+      OUTPUT_VARIABLE dll_path OUTPUT_STRIP_TRAILING_WHITESPACE)
+    if(NOT IS_ABSOLUTE "${dll_path}")
+      find_file(dll_path_${dll} ${dll} PATHS /usr/x86_64-w64-mingw32/lib
+        NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+      set(dll_path ${dll_path_${dll}})
+    endif()
+    file(COPY ${dll_path} DESTINATION ${CMAKE_BINARY_DIR}/bin)
+  endforeach()
+endif()
