@@ -1,4 +1,5 @@
-// zorutils/platform/posix/memory.h: memory and system figures: GlobalMemoryStatus, GetSystemInfo, LocalFree.
+// zorutils/platform/posix/memory.h: memory and system figures: GlobalMemoryStatus, GetSystemInfo,
+// LocalFree.
 #pragma once
 
 #include "zorutils/platform/win_types.h"
