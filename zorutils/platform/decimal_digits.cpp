@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <limits>
 
 namespace zor {
 namespace platform {
@@ -20,21 +19,45 @@ bool is_exact_half(double value, int precision)
     return std::fabs(scaled) < 9007199254740992.0 && std::fmod(std::fabs(scaled), 2.0) == 1.0;
 }
 
-} // namespace
-
-std::string fixed_text(double value, int precision)
+std::string exact_text(double value, int precision)
 {
-    // The standard conversion is exact but takes halves to the even digit: the neighbour that lies
-    // further from zero rounds the other way.
-    if (is_exact_half(value, precision)) {
-        const double outwards = std::copysign(std::numeric_limits<double>::infinity(), value);
-        value = std::nextafter(value, outwards);
-    }
     constexpr size_t longest_head = 1 + 309 + 1;
     std::string text(longest_head + static_cast<size_t>(precision), '\0');
     const auto result = std::to_chars(text.data(), text.data() + text.size(), value,
                                       std::chars_format::fixed, precision);
     text.resize(static_cast<size_t>(result.ptr - text.data()));
+    return text;
+}
+
+// Adds one unit of the last place to the magnitude of a decimal text.
+void count_up(std::string& text)
+{
+    const size_t first = text[0] == '-' ? 1 : 0;
+    for (size_t at = text.size(); at-- > first;) {
+        if (text[at] == '.')
+            continue;
+        if (text[at] != '9') {
+            ++text[at];
+            return;
+        }
+        text[at] = '0';
+    }
+    text.insert(first, 1, '1');
+}
+
+} // namespace
+
+std::string fixed_text(double value, int precision)
+{
+    if (!is_exact_half(value, precision))
+        return exact_text(value, precision);
+    // The standard conversion takes halves to the even digit. One place more shows the half as a
+    // last digit 5, and it goes outwards.
+    std::string text = exact_text(value, precision + 1);
+    text.pop_back();
+    if (text.back() == '.')
+        text.pop_back();
+    count_up(text);
     return text;
 }
 
