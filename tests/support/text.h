@@ -29,8 +29,9 @@ std::string shown(const T* text, size_t length)
 {
     std::string out;
     for (size_t i = 0; i < length; ++i) {
-        const auto unit = static_cast<unsigned>(static_cast<std::make_unsigned_t<
-            std::conditional_t<sizeof(T) == 1, char, short>>>(text[i]));
+        const auto unit = static_cast<unsigned>(
+            static_cast<std::make_unsigned_t<std::conditional_t<sizeof(T) == 1, char, short>>>(
+                text[i]));
         if (unit >= 0x20 && unit < 0x7F) {
             out += static_cast<char>(unit);
         } else {

@@ -31,8 +31,12 @@ TYPED_TEST(FindIn, LeftAndRightTakeAnEndOfTheText)
         int n;
         const char* left;
         const char* right;
-    } rows[] = {{-1, "", ""}, {0, "", ""}, {1, "a", "f"}, {5, "abcde", "bcdef"},
-                {6, "abcdef", "abcdef"}, {11, "abcdef", "abcdef"}};
+    } rows[] = {{-1, "", ""},
+                {0, "", ""},
+                {1, "a", "f"},
+                {5, "abcde", "bcdef"},
+                {6, "abcdef", "abcdef"},
+                {11, "abcdef", "abcdef"}};
     for (const auto& row : rows) {
         EXPECT_EQ(shown(s.Left(row.n)), row.left) << row.n;
         EXPECT_EQ(shown(s.Right(row.n)), row.right) << row.n;
@@ -59,11 +63,12 @@ TYPED_TEST(FindIn, MidHoldsItsRangeToTheText)
     {
         int first, count;
         const char* expected;
-    } rows[] = {{0, 6, "abcdef"}, {1, 3, "bcd"},  {-2, 3, "abc"},     {2, -1, ""},
-                {7, 3, ""},       {6, 1, ""},     {5, 100, "f"},      {2, 2147483647, "cdef"},
+    } rows[] = {{0, 6, "abcdef"}, {1, 3, "bcd"},  {-2, 3, "abc"},        {2, -1, ""},
+                {7, 3, ""},       {6, 1, ""},     {5, 100, "f"},         {2, 2147483647, "cdef"},
                 {0, 0, ""},       {100, 100, ""}, {-2147483647, 2, "ab"}};
     for (const auto& row : rows)
-        EXPECT_EQ(shown(s.Mid(row.first, row.count)), row.expected) << row.first << ' ' << row.count;
+        EXPECT_EQ(shown(s.Mid(row.first, row.count)), row.expected)
+            << row.first << ' ' << row.count;
     EXPECT_EQ(shown(s.Mid(2)), "cdef");
     EXPECT_EQ(shown(s.Mid(6)), "");
     EXPECT_EQ(shown(s.Mid(9)), "");

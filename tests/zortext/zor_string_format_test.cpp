@@ -26,7 +26,8 @@ TYPED_TEST_SUITE(FormatOf, FormatWidths);
 TYPED_TEST(FormatOf, TextsAreOfTheStringsOwnWidth)
 {
     typename TestFixture::S s;
-    s.Format(this->text("%s-%d-%05.1f|%x|%c").c_str(), this->text("ab").c_str(), -7, 2.25, 255, 'q');
+    s.Format(this->text("%s-%d-%05.1f|%x|%c").c_str(), this->text("ab").c_str(), -7, 2.25, 255,
+             'q');
     EXPECT_EQ(shown(s), "ab--7-002.3|ff|q");
     EXPECT_EQ(s.GetAllocLength(), s.GetLength());
 }
@@ -67,7 +68,8 @@ TYPED_TEST(FormatOf, LongerTextsTakeTheGrowingBuffers)
     const struct
     {
         int length, capacity;
-    } rows[] = {{2049, 8192}, {8192, 8192}, {8193, 32768}, {32768, 32768}, {32769, 131072}, {131072, 131072}};
+    } rows[] = {{2049, 8192},   {8192, 8192},    {8193, 32768},
+                {32768, 32768}, {32769, 131072}, {131072, 131072}};
     for (const auto& row : rows) {
         const Text<TypeParam> text(static_cast<size_t>(row.length), 'x');
         typename TestFixture::S s;
@@ -157,11 +159,21 @@ TEST(NumberedFields, TakeTheirArguments)
     {
         const WCHAR* format;
         const char* expected;
-    } rows[] = {{ZOR_W("{1} of {2}"), "a of b"}, {ZOR_W("{2}{1}{2}"), "bab"}, {ZOR_W("none"), "none"},
-                {ZOR_W("{{1}"), "{1}"},          {ZOR_W("{3}"), ""},         {ZOR_W("x{0}y"), ""},
-                {ZOR_W("{x}"), ""},              {ZOR_W("{}"), ""},          {ZOR_W("a}b"), "a}b"},
-                {ZOR_W("{1"), ""},               {ZOR_W("x{1"), "x"},        {ZOR_W("{{{1}"), "{a"},
-                {ZOR_W("{-1}"), ""},             {ZOR_W("{1{2}"), "{2}"},    {ZOR_W("{ 2x}"), "b"},
+    } rows[] = {{ZOR_W("{1} of {2}"), "a of b"},
+                {ZOR_W("{2}{1}{2}"), "bab"},
+                {ZOR_W("none"), "none"},
+                {ZOR_W("{{1}"), "{1}"},
+                {ZOR_W("{3}"), ""},
+                {ZOR_W("x{0}y"), ""},
+                {ZOR_W("{x}"), ""},
+                {ZOR_W("{}"), ""},
+                {ZOR_W("a}b"), "a}b"},
+                {ZOR_W("{1"), ""},
+                {ZOR_W("x{1"), "x"},
+                {ZOR_W("{{{1}"), "{a"},
+                {ZOR_W("{-1}"), ""},
+                {ZOR_W("{1{2}"), "{2}"},
+                {ZOR_W("{ 2x}"), "b"},
                 {ZOR_W(""), ""}};
     for (const auto& row : rows)
         EXPECT_EQ(shown(zor_safefmt_impl(row.format, 2, a, b)), row.expected) << shown(row.format);

@@ -58,10 +58,10 @@ TEST(NilBlock, LiesInWritableStorage)
 
 TYPED_TEST(StringOf, DefaultAndEmptyTextShareTheNilBlock)
 {
-    using S = typename TestFixture::S;
+    using String = typename TestFixture::S;
     const TypeParam empty[] = {0};
-    const S a, b(empty), c(static_cast<const TypeParam*>(nullptr)), d(empty, 0);
-    for (const S* s : {&a, &b, &c, &d}) {
+    const String a, b(empty), c(static_cast<const TypeParam*>(nullptr)), d(empty, 0);
+    for (const String* s : {&a, &b, &c, &d}) {
         EXPECT_EQ(static_cast<const void*>(s->c_str()), nil::g_afxNilStr);
         EXPECT_EQ(s->GetLength(), 0);
         EXPECT_EQ(s->length(), 0u);
@@ -76,10 +76,10 @@ TYPED_TEST(StringOf, DefaultAndEmptyTextShareTheNilBlock)
 
 TYPED_TEST(StringOf, CopiesOfTheEmptyStringAreNotCounted)
 {
-    using S = typename TestFixture::S;
+    using String = typename TestFixture::S;
     {
-        const S empty;
-        const std::vector<S> copies(100, empty);
+        const String empty;
+        const std::vector<String> copies(100, empty);
         EXPECT_EQ(nil::g_afxInitData[0], -1);
     }
     EXPECT_EQ(nil::g_afxInitData[0], -1);
@@ -142,22 +142,22 @@ TYPED_TEST(StringOf, CountedConstructorKeepsZeroCharacters)
 
 TYPED_TEST(StringOf, CharacterAndCountRepeats)
 {
-    using S = typename TestFixture::S;
-    EXPECT_EQ(shown(S(static_cast<TypeParam>('x'), 3)), "xxx");
-    EXPECT_TRUE(S(static_cast<TypeParam>('x'), 0).empty());
-    EXPECT_TRUE(S(static_cast<TypeParam>('x'), -1).empty());
+    using String = typename TestFixture::S;
+    EXPECT_EQ(shown(String(static_cast<TypeParam>('x'), 3)), "xxx");
+    EXPECT_TRUE(String(static_cast<TypeParam>('x'), 0).empty());
+    EXPECT_TRUE(String(static_cast<TypeParam>('x'), -1).empty());
 }
 
 TYPED_TEST(StringOf, UnsignedCharactersAreTextOfTheCodePage)
 {
-    using S = typename TestFixture::S;
+    using String = typename TestFixture::S;
     const unsigned char bytes[] = {'a', 0xB0, 0};
-    const S s(bytes);
+    const String s(bytes);
     EXPECT_EQ(shown(s), sizeof(TypeParam) == 1 ? "a\\xB0" : "a\\u00B0");
-    S assigned;
+    String assigned;
     assigned = bytes;
     EXPECT_EQ(shown(assigned), shown(s));
-    EXPECT_TRUE(S(static_cast<const unsigned char*>(nullptr)).empty());
+    EXPECT_TRUE(String(static_cast<const unsigned char*>(nullptr)).empty());
 }
 
 TEST(StringConversion, GoesThroughTheActiveCodePage)
