@@ -1,0 +1,17 @@
+#!/usr/bin/env bash
+# Style, layers and exports: what a reviewer should not have to look for.
+set -euo pipefail
+. "$(dirname "$0")/common.sh"
+install_check_packages
+
+say "formatting"
+git ls-files '*.h' '*.cpp' '*.c' | xargs clang-format --dry-run --Werror
+say "layers"
+python3 scripts/check_layers.py
+say "exports"
+python3 scripts/check_exports.py
+say "a second compiler"
+build_preset linux-clang zor_objects survey_road
+say "scripts"
+for script in scripts/*.sh .ci/run; do bash -n "$script"; done
+echo "checks: clean"

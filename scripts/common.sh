@@ -1,0 +1,99 @@
+# scripts/common.sh: what the commands share. Sourced, not run.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cache="$root/.cache"
+cd "$root"
+
+say() { printf '\n== %s\n' "$*"; }
+die() { printf 'error: %s\n' "$*" >&2; exit 1; }
+
+as_root() {
+    if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+# Installs the Debian packages that are missing; a second run finds them all and does nothing.
+install_packages() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' ||
+            missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    command -v apt-get >/dev/null || die "apt-get is needed to install: ${missing[*]}"
+    say "installing ${missing[*]}"
+    as_root apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive as_root apt-get install -y -qq --no-install-recommends \
+        "${missing[@]}" >/dev/null
+}
+
+install_linux_packages() {
+    # binutils for Windows makes the compiled resource files that the port reads.
+    install_packages ca-certificates cmake ninja-build g++ ccache libicu-dev libgtest-dev dpkg-dev \
+        binutils-mingw-w64-x86-64 mingw-w64-tools
+}
+
+install_windows_packages() {
+    install_linux_packages
+    install_packages g++-mingw-w64-x86-64-posix googletest wine wine64 xvfb xauth
+}
+
+install_check_packages() {
+    install_packages clang clang-format clang-tidy libclang-rt-14-dev locales python3
+}
+
+# A locale with a decimal comma, for the tests that depend on one.
+install_comma_locale() {
+    install_packages locales
+    locale -a | grep -qi '^de_DE\.utf-\?8$' && return
+    say "generating the locale de_DE.UTF-8"
+    as_root localedef -i de_DE -f UTF-8 de_DE.UTF-8
+}
+
+fetch_sources() {
+    ./scripts/fetch_dlmalloc.sh
+}
+
+# Builds one preset, configuring it if needed; further arguments are targets.
+build_preset() {
+    local preset=$1
+    shift
+    local targets=()
+    [ $# -gt 0 ] && targets=(--target "$@")
+    cmake --preset "$preset" >"$root/build-$preset.log" 2>&1 ||
+        { cat "$root/build-$preset.log"; die "configuring $preset failed"; }
+    rm -f "$root/build-$preset.log"
+    cmake --build "build/$preset" "${targets[@]}"
+}
+
+# Wine with a display of its own: a server that starts without one has no windows for its life.
+start_wine() {
+    export WINEDEBUG=-all WINEPREFIX="${WINEPREFIX:-$cache/wine}"
+    # The programs are 64-bit: the plain loader does not ask for a 32-bit installation.
+    wine=/usr/lib/wine/wine64
+    [ -x "$wine" ] || die "wine64 is missing"
+    if [ -z "${DISPLAY:-}" ]; then
+        mkdir -p "$cache"
+        Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$cache/display" \
+            >/dev/null 2>&1 &
+        xvfb_pid=$!
+        for _ in $(seq 100); do
+            [ -s "$cache/display" ] && break
+            sleep 0.1
+        done
+        [ -s "$cache/display" ] || die "Xvfb did not start"
+        DISPLAY=":$(cat "$cache/display")"
+        export DISPLAY
+    fi
+    if [ ! -e "$WINEPREFIX/system.reg" ]; then
+        mkdir -p "$WINEPREFIX"
+        "$wine" wineboot -i >/dev/null 2>&1 || true
+        # A test that crashes ends; no debugger waits for an answer.
+        "$wine" reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' \
+            /v Auto /t REG_SZ /d 0 /f >/dev/null 2>&1 || true
+    fi
+}
+
+stop_wine() {
+    [ -n "${wine:-}" ] && /usr/lib/wine/wineserver64 -k >/dev/null 2>&1 || true
+    [ -n "${xvfb_pid:-}" ] && kill "$xvfb_pid" 2>/dev/null || true
+}

@@ -1,0 +1,85 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds both targets and runs every test on both.
+#   ./scripts/test.sh [--linux | --windows] [--sanitize]
+# --linux or --windows takes one target alone; --sanitize adds the sanitizer builds (Linux).
+# The last line counts the tests of each run.
+set -euo pipefail
+. "$(dirname "$0")/common.sh"
+
+linux=1 windows=1 sanitize=0
+for option in "$@"; do
+    case $option in
+    --linux) windows=0 ;;
+    --windows) linux=0 ;;
+    --sanitize) sanitize=1 ;;
+    *) die "unknown option $option" ;;
+    esac
+done
+trap stop_wine EXIT
+
+summary=()
+failed=0
+
+# count NAME FILE...: adds up the counts of GoogleTest's reports.
+count() {
+    local name=$1
+    shift
+    local figures
+    figures=$(python3 scripts/count_tests.py "$@") || failed=1
+    summary+=("$name: $figures")
+}
+
+# run_tests NAME PRESET [ENVIRONMENT...]: every test program of a preset, each with a report.
+run_tests() {
+    local name=$1 preset=$2
+    shift 2
+    local reports=() program report
+    say "tests: $name"
+    for program in zor_tests zor_internal_tests; do
+        report="$root/build/$preset/report-$program-${name//[^a-zA-Z0-9]/-}.xml"
+        rm -f "$report"
+        if [ "$preset" = windows ]; then
+            env "$@" timeout 1200 "$wine" "build/windows/bin/$program.exe" \
+                --gtest_brief=1 --gtest_output="xml:Z:${report//\//\\}" || failed=1
+        else
+            env "$@" timeout 1200 "build/$preset/bin/$program" \
+                --gtest_brief=1 --gtest_output="xml:$report" || failed=1
+        fi
+        reports+=("$report")
+    done
+    count "$name" "${reports[@]}"
+}
+
+install_packages python3
+if [ $linux = 1 ]; then
+    install_linux_packages
+    install_comma_locale
+    fetch_sources
+    build_preset linux
+    run_tests linux linux
+    run_tests "linux de_DE" linux LC_ALL=de_DE.UTF-8
+    run_tests "linux code page 1250" linux ZOR_ACP=1250
+    run_tests "linux code page 932" linux ZOR_ACP=932
+fi
+if [ $windows = 1 ]; then
+    install_windows_packages
+    fetch_sources
+    build_preset windows
+    start_wine
+    run_tests windows windows
+    run_tests "windows de_DE" windows LC_ALL=de_DE.UTF-8
+fi
+if [ $sanitize = 1 ]; then
+    install_check_packages
+    install_linux_packages
+    fetch_sources
+    build_preset asan
+    run_tests "linux address+undefined" asan
+    build_preset tsan
+    run_tests "linux thread" tsan
+fi
+
+printf '\n'
+if [ $failed = 0 ]; then verdict=PASSED; else verdict=FAILED; fi
+(IFS='|'; printf '%s  %s\n' "$verdict" "${summary[*]}") | sed 's/|/;  /g'
+exit $failed
