@@ -59,9 +59,9 @@ build_preset() {
     shift
     local targets=()
     [ $# -gt 0 ] && targets=(--target "$@")
-    cmake --preset "$preset" >"$root/build-$preset.log" 2>&1 ||
-        { cat "$root/build-$preset.log"; die "configuring $preset failed"; }
-    rm -f "$root/build-$preset.log"
+    mkdir -p build
+    cmake --preset "$preset" >"build/$preset.log" 2>&1 ||
+        { cat "build/$preset.log"; die "configuring $preset failed"; }
     cmake --build "build/$preset" "${targets[@]}"
 }
 
