@@ -96,7 +96,8 @@ TYPED_TEST(FailingAllocationOf, AppendersAndGetBufferLeaveTheStringWhole)
 {
     using T = TypeParam;
     using S = CZorStringT<T>;
-    static const Text<T> tail = lit<T>("xyz");
+    // Made before the allocations fail.
+    static const Text<T> tail = lit<T>("xyz"), set = lit<T>("c"), last = lit<T>("f");
     static const S tail_string(tail.c_str());
     const Row<T> rows[] = {
         {"GetBuffer", Start::Exclusive, After::Whole, [](S& s) { s.GetBuffer(100); }},
@@ -123,10 +124,7 @@ TYPED_TEST(FailingAllocationOf, AppendersAndGetBufferLeaveTheStringWhole)
         {"push_back", Start::Exclusive, After::Whole,
          [](S& s) { s.push_back(static_cast<T>('x')); }},
         {"Replace growing", Start::Exclusive, After::Whole,
-         [](S& s) {
-             static const Text<T> last = lit<T>("f");
-             s.Replace(last.c_str(), tail.c_str());
-         }},
+         [](S& s) { s.Replace(last.c_str(), tail.c_str()); }},
         {"Left", Start::Exclusive, After::Whole, [](S& s) { s.Left(2); }},
         {"Right", Start::Exclusive, After::Whole, [](S& s) { s.Right(2); }},
         {"Mid", Start::Exclusive, After::Whole, [](S& s) { s.Mid(1, 2); }},
@@ -134,7 +132,6 @@ TYPED_TEST(FailingAllocationOf, AppendersAndGetBufferLeaveTheStringWhole)
         {"Tokenize", Start::Exclusive, After::Whole,
          [](S& s) {
              int position = 0;
-             static const Text<T> set = lit<T>("c");
              s.Tokenize(set.c_str(), position);
          }},
     };
@@ -146,7 +143,10 @@ TYPED_TEST(FailingAllocationOf, WritersThatUnshareLeaveTheStringEmpty)
 {
     using T = TypeParam;
     using S = CZorStringT<T>;
-    static const Text<T> tail = lit<T>("xyz");
+    // Made before the allocations fail.
+    static const Text<T> tail = lit<T>("xyz"), longer = lit<T>("0123456789");
+    using Other = std::conditional_t<std::is_same_v<T, char>, WCHAR, char>;
+    static const Text<Other> other = lit<Other>("xyz");
     const Row<T> rows[] = {
         {"SetAt", Start::Shared, After::Empty, [](S& s) { s.SetAt(0, static_cast<T>('x')); }},
         {"ReleaseBuffer", Start::Shared, After::Empty, [](S& s) { s.ReleaseBuffer(3); }},
@@ -162,19 +162,10 @@ TYPED_TEST(FailingAllocationOf, WritersThatUnshareLeaveTheStringEmpty)
         {"Trim char", Start::Shared, After::Empty, [](S& s) { s.Trim(static_cast<T>('x')); }},
         {"Trim set", Start::Shared, After::Empty, [](S& s) { s.Trim(tail.c_str()); }},
         // AllocBeforeWrite lets go of a block that is shared or too small before it allocates.
-        {"assign longer text", Start::Exclusive, After::Empty,
-         [](S& s) {
-             static const Text<T> longer = lit<T>("0123456789");
-             s = longer.c_str();
-         }},
+        {"assign longer text", Start::Exclusive, After::Empty, [](S& s) { s = longer.c_str(); }},
         {"assign text to shared", Start::Shared, After::Empty, [](S& s) { s = tail.c_str(); }},
         {"assign char to shared", Start::Shared, After::Empty, [](S& s) { s = 'x'; }},
-        {"assign other width", Start::Shared, After::Empty,
-         [](S& s) {
-             using Other = std::conditional_t<std::is_same_v<T, char>, WCHAR, char>;
-             static const Text<Other> other = lit<Other>("xyz");
-             s = other.c_str();
-         }},
+        {"assign other width", Start::Shared, After::Empty, [](S& s) { s = other.c_str(); }},
     };
     for (const auto& row : rows)
         check_row(row);
