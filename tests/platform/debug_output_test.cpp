@@ -31,9 +31,9 @@ TEST(DebugOutput, TakesNullAsAnEmptyText)
 TEST(DebugOutput, TakesNarrowTextInTheActiveCodePage)
 {
     DebugCapture capture;
-    OutputDebugStringA("\xE9");
-    OutputDebugStringW(ZOR_W("\u00E9"));
-    EXPECT_EQ(capture.texts(), (Texts{u"\u00E9", u"\u00E9"}));
+    OutputDebugStringA("\xE9\x80");
+    OutputDebugStringW(ZOR_W("\u00E9\u20AC"));
+    EXPECT_EQ(capture.texts(), (Texts{u"\u00E9\u20AC", u"\u00E9\u20AC"}));
 }
 
 TEST(DebugOutput, LeavesTheLastErrorAsItWas)

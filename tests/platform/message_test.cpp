@@ -191,6 +191,10 @@ TEST(FormatMessage, ConvertsTexts)
     EXPECT_MESSAGE("narrow narrow", W("%1!S! %1!hs!"), "narrow");
     EXPECT_MESSAGE("narrow wide", W("%1!hS! %2!lS!"), "narrow", W("wide"));
     EXPECT_MESSAGE("\u00E9|", W("%1!S!|"), "\xE9");
+    EXPECT_MESSAGE("a\u20ACb|", W("%1!S!|"), "a\x80"
+                                             "b");
+    EXPECT_MESSAGE("\u20AC\u20AC|", W("%1!.2hs!|"), "\x80\x80\x80");
+    EXPECT_MESSAGE("\u20AC\u20AC|", W("%1!C!%1!hc!|"), 0x80);
     EXPECT_MESSAGE("   ab||", W("%1!5.2s!|%1!.s!|"), W("abc"));
     EXPECT_MESSAGE("       abc|abc       |0000000abc", W("%1!10s!|%1!-10s!|%1!010s!"), W("abc"));
     EXPECT_MESSAGE("       abc|ab        |", W("%1!10S!|%1!-10.2S!|"), "abc");

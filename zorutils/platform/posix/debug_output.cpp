@@ -1,6 +1,9 @@
 #include "zorutils/platform/posix/debug_output.h"
 
+#include "zorutils/platform/posix/codepage.h"
 #include "zorutils/platform/posix/debug_stream.h"
+#include "zorutils/platform/posix/last_error.h"
+#include "zorutils/platform/posix/utf8.h"
 
 #include <mutex>
 #include <stdio.h>
@@ -22,39 +25,13 @@ std::mutex g_sink_mutex;
 Sink g_sink = {nullptr, nullptr};
 thread_local bool t_in_stream = false;
 
-void append_utf8(std::string& out, char32_t point)
-{
-    const auto byte = [&out](char32_t value) { out += static_cast<char>(value); };
-    if (point < 0x80) {
-        byte(point);
-    } else if (point < 0x800) {
-        byte(0xC0 | (point >> 6));
-        byte(0x80 | (point & 0x3F));
-    } else if (point < 0x10000) {
-        byte(0xE0 | (point >> 12));
-        byte(0x80 | ((point >> 6) & 0x3F));
-        byte(0x80 | (point & 0x3F));
-    } else {
-        byte(0xF0 | (point >> 18));
-        byte(0x80 | ((point >> 12) & 0x3F));
-        byte(0x80 | ((point >> 6) & 0x3F));
-        byte(0x80 | (point & 0x3F));
-    }
-}
-
 void write_to_stderr(const WCHAR* text, void*)
 {
-    std::string bytes;
-    for (; *text; ++text) {
-        char32_t point = *text;
-        const bool high = point >= 0xD800 && point < 0xDC00;
-        if (high && text[1] >= 0xDC00 && text[1] < 0xE000) {
-            point = 0x10000 + ((point - 0xD800) << 10) + (text[1] - 0xDC00u);
-            ++text;
-        }
-        append_utf8(bytes, point);
-    }
-    fwrite(bytes.data(), 1, bytes.size(), stderr);
+    const int length = lstrlenW(text);
+    std::string bytes(static_cast<size_t>(length) * 3, '\0'); // a unit has at most 3 bytes
+    const int size = static_cast<int>(bytes.size());
+    const int count = zor::platform::wide_to_utf8(text, length, bytes.data(), size, false);
+    fwrite(bytes.data(), 1, static_cast<size_t>(count), stderr);
 }
 
 // Read once: the environment may change later on another thread.
@@ -90,8 +67,13 @@ void OutputDebugStringW(LPCWSTR text)
 
 void OutputDebugStringA(LPCSTR text)
 {
-    std::basic_string<WCHAR> wide;
-    for (; text && *text; ++text)
-        wide += static_cast<WCHAR>(static_cast<unsigned char>(*text));
+    const DWORD error = GetLastError();
+    const int length = lstrlenA(text);
+    std::basic_string<WCHAR> wide(static_cast<size_t>(length), 0);
+    if (length != 0) {
+        const int units = MultiByteToWideChar(CP_ACP, 0, text, length, wide.data(), length);
+        wide.resize(static_cast<size_t>(units));
+    }
+    SetLastError(error);
     OutputDebugStringW(wide.c_str());
 }

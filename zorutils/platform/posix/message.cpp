@@ -1,5 +1,6 @@
 #include "zorutils/platform/posix/message.h"
 
+#include "zorutils/platform/posix/codepage.h"
 #include "zorutils/platform/posix/last_error.h"
 #include "zorutils/platform/posix/memory.h"
 
@@ -150,11 +151,13 @@ void append_padded(Text& out, const Conversion& conversion, const Text& text)
         out.append(missing, u' ');
 }
 
+// Bytes in the active code page.
 Text widen(const char* text, size_t length)
 {
-    Text wide;
-    for (size_t i = 0; i < length; ++i)
-        wide += static_cast<WCHAR>(static_cast<unsigned char>(text[i]));
+    Text wide(length, 0); // no page has fewer bytes than units
+    const int size = static_cast<int>(length);
+    const int units = length ? MultiByteToWideChar(CP_ACP, 0, text, size, wide.data(), size) : 0;
+    wide.resize(static_cast<size_t>(units));
     return wide;
 }
 

@@ -1,21 +1,21 @@
 #include "zorutils/platform/posix/resource.h"
 
+#include "zorutils/platform/posix/files.h"
 #include "zorutils/platform/posix/last_error.h"
+#include "zorutils/platform/posix/module.h"
 #include "zorutils/platform/posix/resource_file.h"
+#include "zorutils/platform/posix/system_error.h"
 
-#include <algorithm>
 #include <atomic>
-#include <limits.h>
 #include <memory>
-#include <new>
-#include <stdio.h>
+#include <stdlib.h>
 #include <string>
-#include <unistd.h>
+#include <unicode/uloc.h>
 #include <vector>
 
-namespace {
+using namespace zor::platform;
 
-using zor::platform::ResourceEntry;
+namespace {
 
 struct Module
 {
@@ -30,41 +30,41 @@ std::atomic<Module*> g_modules;
 constexpr WORD language_english = 0x0409;
 constexpr WORD primary_mask = 0x03FF;
 
-template <class T>
-T failed(DWORD error)
+constexpr DWORD program_path_size = 32768;
+constexpr LONGLONG greatest_file = 0x7FFFFFFF;
+
+struct CloseFile
 {
-    SetLastError(error);
-    return T();
+    void operator()(void* file) const { CloseHandle(file); }
+};
+
+// Reads a whole file; false with the last error.
+bool read_file(LPCWSTR path, std::vector<BYTE>& bytes)
+{
+    HANDLE handle = CreateFileW(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                                OPEN_EXISTING, 0, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return false;
+    const std::unique_ptr<void, CloseFile> file(handle);
+    LARGE_INTEGER size = {};
+    if (!GetFileSizeEx(handle, &size))
+        return false;
+    if (size.QuadPart > greatest_file)
+        return fail_with(ERROR_BAD_EXE_FORMAT, false);
+    bytes.resize(static_cast<size_t>(size.QuadPart));
+    DWORD done = 0;
+    if (!ReadFile(handle, bytes.data(), static_cast<DWORD>(bytes.size()), &done, nullptr))
+        return false;
+    return done == bytes.size() || fail_with(ERROR_BAD_EXE_FORMAT, false);
 }
 
-std::string to_utf8_path(LPCWSTR path)
-{
-    std::string bytes;
-    for (; *path; ++path)
-        bytes += *path == u'\\' ? '/' : static_cast<char>(*path);
-    return bytes;
-}
-
-DWORD read_file(const std::string& path, std::vector<BYTE>& bytes)
-{
-    const std::unique_ptr<FILE, int (*)(FILE*)> file(fopen(path.c_str(), "rb"), fclose);
-    if (!file)
-        return ERROR_FILE_NOT_FOUND;
-    BYTE piece[4096];
-    size_t count = 0;
-    while ((count = fread(piece, 1, sizeof(piece), file.get())) != 0)
-        bytes.insert(bytes.end(), piece, piece + count);
-    return ferror(file.get()) ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
-}
-
-HMODULE load_module(const std::string& path)
+HMODULE load_module(LPCWSTR path)
 {
     auto module = std::make_unique<Module>();
-    const DWORD error = read_file(path, module->bytes);
-    if (error != ERROR_SUCCESS)
-        return failed<HMODULE>(error);
-    if (!zor::platform::read_resources(module->bytes, module->entries))
-        return failed<HMODULE>(ERROR_BAD_EXE_FORMAT);
+    if (!read_file(path, module->bytes))
+        return nullptr;
+    if (!read_resources(module->bytes, module->entries))
+        return fail_with(ERROR_BAD_EXE_FORMAT, HMODULE());
     Module* added = module.release();
     added->next = g_modules.load();
     while (!g_modules.compare_exchange_weak(added->next, added)) {
@@ -72,17 +72,17 @@ HMODULE load_module(const std::string& path)
     return reinterpret_cast<HMODULE>(added);
 }
 
-std::string path_of_program()
+HMODULE load_program_module()
 {
-    char path[PATH_MAX];
-    const ssize_t length = readlink("/proc/self/exe", path, sizeof(path));
-    return std::string(path, length > 0 ? static_cast<size_t>(length) : 0);
+    std::basic_string<WCHAR> path(program_path_size, 0);
+    path.resize(GetModuleFileNameW(nullptr, path.data(), program_path_size));
+    return load_module((path + ZOR_W(".res")).c_str());
 }
 
 const Module* module_of(HMODULE handle)
 {
     if (!handle) {
-        static const HMODULE program = load_module(path_of_program() + ".res");
+        static const HMODULE program = load_program_module();
         handle = program;
     }
     for (const Module* module = g_modules.load(); module; module = module->next) {
@@ -109,55 +109,78 @@ const ResourceEntry* entry_of(HRSRC handle)
     return reinterpret_cast<const ResourceEntry*>(handle);
 }
 
+// The language that the environment names for messages, 0 if there is none.
+WORD language_of_user()
+{
+    for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const char* value = getenv(variable);
+        if (!value || !*value)
+            continue;
+        const std::string locale = std::string(value).substr(0, std::string(value).find('.'));
+        const bool plain = locale == "C" || locale == "POSIX";
+        return plain ? WORD(0) : static_cast<WORD>(uloc_getLCID(locale.c_str()));
+    }
+    return 0;
+}
+
+WORD primary(WORD language)
+{
+    return language & primary_mask;
+}
+
 const ResourceEntry* choose_language(const std::vector<const ResourceEntry*>& entries,
                                      WORD language)
 {
-    const bool neutral = (language & primary_mask) == 0;
-    const WORD wanted[] = {language, static_cast<WORD>(language & primary_mask), 0,
-                           language_english};
-    const size_t count = neutral ? 4 : 3;
-    for (size_t i = 0; i < count; ++i) {
+    std::vector<WORD> wanted = {language, primary(language), 0};
+    const bool any = primary(language) == 0;
+    if (any) {
+        static const WORD user = language_of_user();
+        wanted.insert(wanted.end(), {user, primary(user), language_english});
+    }
+    for (const WORD candidate : wanted) {
         for (const ResourceEntry* entry : entries) {
-            if (entry->language == wanted[i])
+            if (entry->language == candidate)
                 return entry;
         }
     }
-    return neutral && !entries.empty() ? entries.front() : nullptr;
+    return any && !entries.empty() ? entries.front() : nullptr;
+}
+
+HRSRC find_resource(HMODULE handle, WORD type, WORD name, WORD language)
+{
+    const Module* module = module_of(handle);
+    if (!module || module->entries.empty())
+        return fail_with(ERROR_RESOURCE_DATA_NOT_FOUND, HRSRC());
+    bool has_type = false;
+    std::vector<const ResourceEntry*> found;
+    for (const ResourceEntry& entry : module->entries) {
+        if (entry.type != type)
+            continue;
+        has_type = true;
+        if (entry.name == name)
+            found.push_back(&entry);
+    }
+    if (!has_type)
+        return fail_with(ERROR_RESOURCE_TYPE_NOT_FOUND, HRSRC());
+    if (found.empty())
+        return fail_with(ERROR_RESOURCE_NAME_NOT_FOUND, HRSRC());
+    const ResourceEntry* chosen = choose_language(found, language);
+    return chosen ? handle_of(*chosen) : fail_with(ERROR_RESOURCE_LANG_NOT_FOUND, HRSRC());
 }
 
 } // namespace
 
 HMODULE LoadLibraryExW(LPCWSTR path, HANDLE file, DWORD flags)
-try {
+{
     if (!path || file || flags != LOAD_LIBRARY_AS_DATAFILE)
-        return failed<HMODULE>(ERROR_INVALID_PARAMETER);
-    return load_module(to_utf8_path(path));
-} catch (const std::bad_alloc&) {
-    return failed<HMODULE>(ERROR_NOT_ENOUGH_MEMORY);
+        return fail_with(ERROR_INVALID_PARAMETER, HMODULE());
+    return without_exceptions(HMODULE(), [path] { return load_module(path); });
 }
 
-HRSRC FindResourceExW(HMODULE handle, LPCWSTR type, LPCWSTR name, WORD language)
-try {
-    const Module* module = module_of(handle);
-    if (!module || module->entries.empty())
-        return failed<HRSRC>(ERROR_RESOURCE_DATA_NOT_FOUND);
-    bool has_type = false;
-    std::vector<const ResourceEntry*> found;
-    for (const ResourceEntry& entry : module->entries) {
-        if (entry.type != number_of(type))
-            continue;
-        has_type = true;
-        if (entry.name == number_of(name))
-            found.push_back(&entry);
-    }
-    if (!has_type)
-        return failed<HRSRC>(ERROR_RESOURCE_TYPE_NOT_FOUND);
-    if (found.empty())
-        return failed<HRSRC>(ERROR_RESOURCE_NAME_NOT_FOUND);
-    const ResourceEntry* chosen = choose_language(found, language);
-    return chosen ? handle_of(*chosen) : failed<HRSRC>(ERROR_RESOURCE_LANG_NOT_FOUND);
-} catch (const std::bad_alloc&) {
-    return failed<HRSRC>(ERROR_NOT_ENOUGH_MEMORY);
+HRSRC FindResourceExW(HMODULE module, LPCWSTR type, LPCWSTR name, WORD language)
+{
+    return without_exceptions(
+        HRSRC(), [=] { return find_resource(module, number_of(type), number_of(name), language); });
 }
 
 HRSRC FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type)
@@ -168,7 +191,7 @@ HRSRC FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type)
 HGLOBAL LoadResource(HMODULE, HRSRC entry)
 {
     if (!entry)
-        return failed<HGLOBAL>(ERROR_INVALID_PARAMETER);
+        return fail_with(ERROR_INVALID_PARAMETER, HGLOBAL());
     return reinterpret_cast<HGLOBAL>(const_cast<BYTE*>(entry_of(entry)->data));
 }
 
@@ -179,7 +202,5 @@ LPVOID LockResource(HGLOBAL data)
 
 DWORD SizeofResource(HMODULE, HRSRC entry)
 {
-    if (!entry)
-        return failed<DWORD>(ERROR_INVALID_PARAMETER);
-    return entry_of(entry)->size;
+    return entry ? entry_of(entry)->size : fail_with(ERROR_INVALID_PARAMETER, DWORD());
 }

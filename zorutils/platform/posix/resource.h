@@ -19,7 +19,8 @@ HMODULE LoadLibraryExW(LPCWSTR path, HANDLE file, DWORD flags);
 
 // Looks up an entry. The null module is the program: its resources are in "<program>.res" beside
 // it. Of several languages the one asked for comes first, then the neutral one of its family and
-// the neutral one; the neutral language 0 goes on to English and at last to whichever is first.
+// the neutral one; the neutral language 0 goes on to the language that the environment names for
+// messages, to English, and at last to whichever is first.
 // Null with ERROR_RESOURCE_DATA_NOT_FOUND for a module without resources or a handle that isn't of
 // a module, ERROR_RESOURCE_TYPE_NOT_FOUND, ERROR_RESOURCE_NAME_NOT_FOUND or
 // ERROR_RESOURCE_LANG_NOT_FOUND.

@@ -204,11 +204,16 @@ private:
 
 bool read_resources(const std::vector<BYTE>& bytes, std::vector<ResourceEntry>& entries)
 {
+    entries.clear();
     Bytes all(bytes.data(), bytes.size());
+    bool read = false;
     if (all.word(0) == 0x5A4D) // "MZ"
-        return PeReader(all, entries).read();
-    const bool has_mark = all.dword(0) == 0 && all.dword(4) == 32;
-    return all.good() && has_mark && read_compiled(all, entries);
+        read = PeReader(all, entries).read();
+    else if (all.dword(0) == 0 && all.dword(4) == 32 && all.good())
+        read = read_compiled(all, entries);
+    if (!read)
+        entries.clear();
+    return read;
 }
 
 } // namespace zor::platform

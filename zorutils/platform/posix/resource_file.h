@@ -17,8 +17,9 @@ struct ResourceEntry
     DWORD size;
 };
 
-// Lists the entries of numbered type and name in `bytes`, which must outlive them. False if the
-// bytes are of neither format, or any offset, length or count in them leads outside.
+// Lists the entries of numbered type and name in `bytes`, which must outlive them. False, and no
+// entries, if the bytes are of neither format, or any offset, length or count in them leads
+// outside.
 bool read_resources(const std::vector<BYTE>& bytes, std::vector<ResourceEntry>& entries);
 
 } // namespace zor::platform
