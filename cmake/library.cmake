@@ -14,6 +14,29 @@ add_library(zor_objects OBJECT ${zor_sources} ${zor_platform_sources})
 target_compile_definitions(zor_objects PRIVATE ZOR_BUILDING)
 target_link_libraries(zor_objects PUBLIC zor_options PRIVATE zor_warnings)
 
+# The private heap: the published allocator under the library's settings. A linked git worktree
+# shares the file with its main checkout.
+set(zor_dlmalloc ${ZOR_DLMALLOC_SOURCE})
+if(NOT EXISTS "${zor_dlmalloc}")
+  execute_process(COMMAND git rev-parse --path-format=absolute --git-common-dir
+    WORKING_DIRECTORY ${CMAKE_SOURCE_DIR} OUTPUT_VARIABLE zor_git_folder
+    OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
+  foreach(candidate "$ENV{ZOR_DLMALLOC_SOURCE}" "${zor_git_folder}/../.cache/dlmalloc/malloc.c")
+    if(EXISTS "${candidate}")
+      set(zor_dlmalloc ${candidate})
+    endif()
+  endforeach()
+endif()
+if(NOT EXISTS "${zor_dlmalloc}")
+  message(FATAL_ERROR "dlmalloc is missing: run scripts/fetch_dlmalloc.sh, or set ZOR_DLMALLOC_SOURCE")
+endif()
+target_sources(zor_objects PRIVATE zorutils/zorsys/dlmalloc_settings.c)
+# Not ours to change: its warnings stay silent, and its walks over raw memory aren't checked.
+set_source_files_properties(zorutils/zorsys/dlmalloc_settings.c PROPERTIES
+  COMPILE_DEFINITIONS "ZOR_DLMALLOC_SOURCE=\"${zor_dlmalloc}\""
+  COMPILE_OPTIONS "-w;-fno-sanitize=address,undefined"
+  OBJECT_DEPENDS "${zor_dlmalloc}")
+
 set(zor_system_libraries)
 if(WIN32)
   list(APPEND zor_system_libraries oleaut32 ole32 shell32 user32 gdi32 advapi32)
