@@ -138,7 +138,15 @@ CXmlTagScope::~CXmlTagScope() noexcept(false)
         flags |= CXmlParserBase::TagTypeFlag(CXmlParserBase::TAG_TYPE_CLOSED_ATTRIBUTES);
     }
     try {
-        *m_output += CXmlParserBase::CloseTag(m_name, flags);
+        String name;
+        try {
+            name = m_name;
+        } catch (const std::bad_alloc&) {
+            // The counter goes back even if there is no memory for the name.
+            CXmlParserBase::CloseTag(String(), flags);
+            throw;
+        }
+        *m_output += CXmlParserBase::CloseTag(name, flags);
     } catch (const std::bad_alloc&) {
         if (std::uncaught_exceptions() == m_exceptions)
             throw;
