@@ -48,7 +48,7 @@ enum PlatformFileFlags
     PLATFORM_FILE_BACKUP_SEMANTICS = 0x20000, // folders as well
 };
 
-enum PlatformFileError
+enum PlatformFileError : int
 {
     PLATFORM_FILE_OK = 0,
     PLATFORM_FILE_ERROR_FAILED = -1, // all that has no value of its own, a missing folder included
