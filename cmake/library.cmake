@@ -54,9 +54,8 @@ if(WIN32)
 endif()
 set_target_properties(zorutils PROPERTIES
   VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
-if(NOT WIN32)
-  target_link_options(zorutils PRIVATE
-    $<$<NOT:$<BOOL:${ZOR_SANITIZE}>>:-Wl,--no-undefined>)
+if(NOT WIN32 AND NOT ZOR_SANITIZE)
+  target_link_options(zorutils PRIVATE -Wl,--no-undefined)
 endif()
 
 add_library(zorutils_internal STATIC $<TARGET_OBJECTS:zor_objects>)
