@@ -12,7 +12,9 @@ namespace {
 template <class T>
 void move_text(T* to, const T* from, size_t count)
 {
-    memmove(to, from, count * sizeof(T));
+    // A null text has no characters to move.
+    if (count != 0)
+        memmove(to, from, count * sizeof(T));
 }
 
 } // namespace
