@@ -1,6 +1,30 @@
-// zorutils/zorutils.h: the umbrella header.
+// zorutils/zorutils.h: the umbrella header: every public header of the library.
 #pragma once
 
+// The version is written here and nowhere else.
 #define ZORUTILS_VERSION "1.0.0"
 
+#include "zorutils/core/atl_exception.h"
+#include "zorutils/core/bad_allocation.h"
 #include "zorutils/core/zor_api.h"
+#include "zorutils/core/zor_array.h"
+#include "zorutils/core/zor_error_code.h"
+#include "zorutils/core/zor_list.h"
+#include "zorutils/core/zor_vector.h"
+#include "zorutils/formats/angle_text.h"
+#include "zorutils/formats/bignum_t.h"
+#include "zorutils/formats/coordinate_labels.h"
+#include "zorutils/formats/number_text.h"
+#include "zorutils/formats/point_names.h"
+#include "zorutils/formats/text_value.h"
+#include "zorutils/formats/value_lists.h"
+#include "zorutils/fs/cfile.h"
+#include "zorutils/fs/platform_file.h"
+#include "zorutils/xml/xml_parser.h"
+#include "zorutils/zorsys/heap.h"
+#include "zorutils/zorsys/zor_check.h"
+#include "zorutils/zorsys/zor_time.h"
+#include "zorutils/zortext/resource_modules.h"
+#include "zorutils/zortext/text_file.h"
+#include "zorutils/zortext/text_utils.h"
+#include "zorutils/zortext/zor_string.h"

@@ -1,0 +1,83 @@
+#include "options.h"
+
+#include "console.h"
+
+namespace survey_road {
+
+namespace {
+
+bool parse_precision(const Text& text, int& precision)
+{
+    if (text.empty() || !zor_formats::is_str_int(text.c_str(), false))
+        return false;
+    return zor_formats::StringToInt(text.c_str(), precision) && precision >= 0 && precision <= 9;
+}
+
+bool is(const Text& argument, const WCHAR* option)
+{
+    return argument.Compare(option) == 0;
+}
+
+} // namespace
+
+bool parse_options(const std::vector<Text>& arguments, Options& options, std::string& error)
+{
+    bool only_files = false;
+    for (size_t i = 0; i < arguments.size(); ++i) {
+        const Text& argument = arguments[i];
+        const bool has_value = i + 1 < arguments.size();
+        if (only_files || argument[0] != '-') {
+            options.files.push_back(argument);
+        } else if (is(argument, ZOR_W("--"))) {
+            only_files = true;
+        } else if (is(argument, ZOR_W("--precision"))) {
+            if (!has_value || !parse_precision(arguments[++i], options.precision)) {
+                error = "--precision takes a whole number from 0 to 9";
+                return false;
+            }
+        } else if (is(argument, ZOR_W("--out"))) {
+            if (!has_value) {
+                error = "--out takes the name of a file";
+                return false;
+            }
+            options.out = arguments[++i];
+        } else if (is(argument, ZOR_W("--check"))) {
+            options.check = true;
+        } else if (is(argument, ZOR_W("--timing"))) {
+            options.timing = true;
+        } else if (is(argument, ZOR_W("--help")) || is(argument, ZOR_W("-h"))) {
+            options.help = true;
+        } else if (is(argument, ZOR_W("--version"))) {
+            options.version = true;
+        } else {
+            error = "unknown option " + utf8(argument);
+            return false;
+        }
+    }
+    if (options.files.empty() && !options.help && !options.version) {
+        error = "no file given";
+        return false;
+    }
+    return true;
+}
+
+const char* usage()
+{
+    return "usage: survey_road [options] FILE...\n"
+           "\n"
+           "Reads survey points, prints them as a table with a summary, and names the next free\n"
+           "point of each series. A file may be a point list (name, northing, easting, elevation,\n"
+           "description, divided by commas, tabs, semicolons or blanks), a LandXML file, or a job\n"
+           "that this program wrote. What a file is is told by its content.\n"
+           "\n"
+           "  --precision N   decimals in the table, 0 to 9 (3)\n"
+           "  --out JOB.xml   writes the points as a job\n"
+           "  --check         only reads and reports\n"
+           "  --timing        prints points per second and MB/s\n"
+           "  --help, --version\n"
+           "\n"
+           "exit code: 0 all well; 1 some lines or points were skipped; 2 nothing was read or the\n"
+           "job was not written; 3 wrong usage\n";
+}
+
+} // namespace survey_road

@@ -1,0 +1,88 @@
+#include "run.h"
+
+#include <chrono>
+
+#include "console.h"
+#include "options.h"
+#include "output.h"
+#include "reader.h"
+
+namespace survey_road {
+
+namespace {
+
+double size_of(const std::vector<Text>& files)
+{
+    double bytes = 0;
+    for (const Text& file : files) {
+        const UINT64 length = base::CFile::GetLength(file.c_str());
+        if (length != ~static_cast<UINT64>(0))
+            bytes += static_cast<double>(length);
+    }
+    return bytes;
+}
+
+void print_timing(double seconds, size_t points, double bytes)
+{
+    if (seconds <= 0)
+        seconds = 1e-9;
+    fprintf(stderr, "read %zu points in %.3f s: %.0f points per second, %.1f MB/s\n", points,
+            seconds, static_cast<double>(points) / seconds, bytes / 1e6 / seconds);
+}
+
+bool write(const Options& options, const PointSet& points, size_t& lost)
+{
+    std::string error;
+    if (write_job(options.out, points, lost, error))
+        return true;
+    fprintf(stderr, "%s: %s\n", utf8(options.out).c_str(), error.c_str());
+    return false;
+}
+
+} // namespace
+
+int run(const std::vector<Text>& arguments)
+{
+    prepare_console();
+    Options options;
+    std::string error;
+    if (!parse_options(arguments, options, error)) {
+        fprintf(stderr, "survey_road: %s\n%s", error.c_str(), usage());
+        return wrong_usage;
+    }
+    if (options.help || options.version) {
+        fputs(options.help ? usage() : "survey_road " ZORUTILS_VERSION "\n", stdout);
+        return all_well;
+    }
+
+    PointSet points;
+    Report report;
+    const auto start = std::chrono::steady_clock::now();
+    {
+        Progress progress;
+        for (const Text& file : options.files)
+            read_file(file, points, report, progress);
+    }
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+
+    if (!points.empty() && !options.check) {
+        print_table(points, options.precision);
+        puts("");
+    }
+    if (!points.empty())
+        print_summary(points, options.precision);
+    size_t lost = 0;
+    const bool written =
+        options.out.empty() || points.empty() || options.check || write(options, points, lost);
+    fflush(stdout);
+    if (options.timing)
+        print_timing(elapsed.count(), points.size(), size_of(options.files));
+    if (report.skipped_count() + report.failed_count() + lost > 0)
+        fprintf(stderr, "%zu lines or points skipped, %zu files not read, %zu points not written\n",
+                report.skipped_count(), report.failed_count(), lost);
+    if (points.empty() || !written)
+        return nothing_read;
+    return report.skipped_count() + report.failed_count() + lost > 0 ? some_skipped : all_well;
+}
+
+} // namespace survey_road

@@ -1,0 +1,135 @@
+#include <algorithm>
+#include <limits>
+#include <map>
+#include <unordered_set>
+
+#include "console.h"
+#include "output.h"
+
+namespace survey_road {
+
+namespace {
+
+struct Range
+{
+    double least = std::numeric_limits<double>::infinity();
+    double most = -std::numeric_limits<double>::infinity();
+    size_t count = 0;
+
+    void add(double value)
+    {
+        least = std::min(least, value);
+        most = std::max(most, value);
+        ++count;
+    }
+};
+
+void print_range(const char* name, const Range& range, int precision)
+{
+    printf("%-10s %s to %s (%s)\n", name,
+           utf8(zor_formats::DoubleToString(range.least, precision)).c_str(),
+           utf8(zor_formats::DoubleToString(range.most, precision)).c_str(),
+           utf8(zor_formats::DoubleToString(range.most - range.least, precision)).c_str());
+}
+
+bool is_digit(WCHAR unit)
+{
+    return unit >= '0' && unit <= '9';
+}
+
+size_t number_start(TextView name)
+{
+    size_t start = name.size();
+    while (start > 0 && is_digit(name[start - 1]))
+        --start;
+    return start;
+}
+
+// Whether the digits of `a` are a smaller number than those of `b`, however many they are.
+bool is_smaller(TextView a, TextView b)
+{
+    a.remove_prefix(std::min(a.find_first_not_of('0'), a.size()));
+    b.remove_prefix(std::min(b.find_first_not_of('0'), b.size()));
+    return a.size() != b.size() ? a.size() < b.size() : a < b;
+}
+
+struct Series
+{
+    size_t count = 0;
+    TextView highest;
+};
+
+using Names = std::unordered_set<TextView>;
+
+// The names of all points; those that stand more than once are told.
+Names collect_names(const PointSet& points)
+{
+    constexpr size_t most_told = 20;
+    Names names;
+    names.reserve(points.size());
+    size_t repeated = 0;
+    for (const Point& point : points) {
+        const TextView name = points.name(point);
+        if (!names.insert(name).second && ++repeated <= most_told)
+            fprintf(stderr, "the name %s stands more than once\n", utf8(name).c_str());
+    }
+    if (repeated > most_told)
+        fprintf(stderr, "and %zu more names stand more than once\n", repeated - most_told);
+    return names;
+}
+
+std::map<TextView, Series> collect_series(const PointSet& points)
+{
+    std::map<TextView, Series> all;
+    for (const Point& point : points) {
+        const TextView name = points.name(point);
+        const size_t start = number_start(name);
+        if (start == name.size())
+            continue;
+        Series& series = all[name.substr(0, start)];
+        if (series.count++ == 0 || is_smaller(series.highest.substr(start), name.substr(start)))
+            series.highest = name;
+    }
+    return all;
+}
+
+// Empty if there is none: the number has grown beyond what a name can count.
+Text next_free(TextView highest, const Names& names)
+{
+    Text name(highest.data(), static_cast<int>(highest.size()));
+    do {
+        if (!zor_formats::DoIncPtno(name, 1))
+            return Text();
+    } while (names.count(view(name)) != 0);
+    return name;
+}
+
+} // namespace
+
+void print_summary(const PointSet& points, int precision)
+{
+    Range northing, easting, elevation;
+    for (const Point& point : points) {
+        northing.add(point.northing);
+        easting.add(point.easting);
+        if (point.has_elevation)
+            elevation.add(point.elevation);
+    }
+    printf("%zu points\n", points.size());
+    print_range("northing", northing, precision);
+    print_range("easting", easting, precision);
+    if (elevation.count > 0)
+        print_range("elevation", elevation, precision);
+    if (elevation.count < points.size())
+        printf("%zu points have no elevation\n", points.size() - elevation.count);
+
+    const Names names = collect_names(points);
+    for (const auto& [prefix, series] : collect_series(points)) {
+        const Text next = next_free(series.highest, names);
+        const std::string shown = prefix.empty() ? "(numbers)" : utf8(prefix);
+        printf("series %s: %zu points, next free name %s\n", shown.c_str(), series.count,
+               next.empty() ? "none" : utf8(next).c_str());
+    }
+}
+
+} // namespace survey_road
