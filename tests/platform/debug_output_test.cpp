@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/text.h"
+
 #include <algorithm>
 #include <thread>
 
@@ -30,6 +32,7 @@ TEST(DebugOutput, TakesNullAsAnEmptyText)
 
 TEST(DebugOutput, TakesNarrowTextInTheActiveCodePage)
 {
+    ZOR_NEEDS_PAGE_1252();
     DebugCapture capture;
     OutputDebugStringA("\xE9\x80");
     OutputDebugStringW(ZOR_W("\u00E9\u20AC"));

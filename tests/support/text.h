@@ -55,6 +55,16 @@ std::string shown(const T* text)
     return text == nullptr ? "(null)" : shown(text, std::char_traits<T>::length(text));
 }
 
+// Whether the active code page is 1252, which the expectations of some tests are written in.
+inline bool page_is_1252()
+{
+    return shown(Wide("\x80\xD0\xE9")) == "\\u20AC\\u00D0\\u00E9";
+}
+
+#define ZOR_NEEDS_PAGE_1252()                                                                      \
+    if (!zor_test::page_is_1252())                                                                 \
+    GTEST_SKIP() << "the active code page is another"
+
 // The string type with its protected core in reach.
 template <class T>
 struct Core : zor_text::CZorStringT<T>

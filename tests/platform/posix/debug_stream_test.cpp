@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/text.h"
+
 #include <stdlib.h>
 #include <thread>
 #include <vector>
@@ -71,6 +73,7 @@ TEST_F(DebugStream, RunsNoMoreOnceItIsReplaced)
 // The environment is read once, so that each case is a process of its own.
 TEST(DebugStreamDeathTest, GoesToTheErrorStreamAsUtf8WhenTheEnvironmentSaysSo)
 {
+    ZOR_NEEDS_PAGE_1252();
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     EXPECT_EXIT(
         {
