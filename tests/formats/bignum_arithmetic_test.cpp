@@ -153,13 +153,14 @@ TEST(BignumArithmetic, AgreesWithTheMachineOverSmallNumbers)
 TEST(BignumArithmetic, AnObjectMayBeItsOwnOperand)
 {
     Big number = big("-12");
-    number += number;
+    const Big& itself = number;
+    number += itself;
     EXPECT_EQ(text_of(number), "-24");
-    number *= number;
+    number *= itself;
     EXPECT_EQ(text_of(number), "576");
-    number /= number;
+    number /= itself;
     EXPECT_EQ(text_of(number), "1");
-    number -= number;
+    number -= itself;
     EXPECT_EQ(text_of(number), "0");
 }
 

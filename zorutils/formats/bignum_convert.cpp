@@ -1,36 +1,13 @@
 // Texts and machine integers into and out of the big number.
-#include "zorutils/formats/bignum_t.h"
+#include "zorutils/formats/bignum_internal.h"
 
 #include <limits>
 
-// --- Assignment.
+namespace {
 
-template <int N>
-bignum_t<N>& bignum_t<N>::operator=(const char* text)
-{
-    assign_text(text);
-    return *this;
-}
-
-template <int N>
-bignum_t<N>& bignum_t<N>::operator=(const WCHAR* text)
-{
-    assign_text(text);
-    return *this;
-}
-
-template <int N>
-template <class C>
-void bignum_t<N>::assign_text(const C* text)
-{
-    init();
-    if (text == nullptr || !read_text(text))
-        setNaN();
-}
-
-template <int N>
-template <class C>
-bool bignum_t<N>::read_text(const C* text)
+// `number` holds nothing yet.
+template <int N, class C>
+bool read_text(bignum_t<N>& number, const C* text)
 {
     int length = 0;
     while (length <= N && text[length] != 0)
@@ -39,17 +16,43 @@ bool bignum_t<N>::read_text(const C* text)
         return false;
     int first = 0;
     for (; first < length && (text[first] == '+' || text[first] == '-'); ++first)
-        set_negative(text[first] == '-');
+        set_negative(number, text[first] == '-');
     if (first == length)
         return false;
     for (int i = first; i < length; ++i) {
         if (text[i] < '0' || text[i] > '9')
             return false;
-        digits[length - 1 - i] = static_cast<unsigned char>(text[i] - '0');
+        number.digits[length - 1 - i] = static_cast<unsigned char>(text[i] - '0');
     }
-    top = static_cast<short>(length - 1 - first);
-    normalise();
+    number.top = static_cast<short>(length - 1 - first);
+    normalise(number);
     return true;
+}
+
+template <int N, class C>
+void assign_text(bignum_t<N>& number, const C* text)
+{
+    number.init();
+    if (text == nullptr || !read_text(number, text))
+        number.setNaN();
+}
+
+} // namespace
+
+// --- Assignment.
+
+template <int N>
+bignum_t<N>& bignum_t<N>::operator=(const char* text)
+{
+    assign_text(*this, text);
+    return *this;
+}
+
+template <int N>
+bignum_t<N>& bignum_t<N>::operator=(const WCHAR* text)
+{
+    assign_text(*this, text);
+    return *this;
 }
 
 template <int N>
@@ -58,7 +61,7 @@ std::enable_if_t<std::is_integral_v<T>, bignum_t<N>&> bignum_t<N>::operator=(con
 {
     init();
     const bool negative = value < T(0);
-    set_negative(negative);
+    set_negative(*this, negative);
     // Negated in its own type, where the lowest value stays what it is: then no digit is made.
     typedef std::make_unsigned_t<T> U;
     const U bits = static_cast<U>(value);
@@ -86,7 +89,7 @@ bool bignum_t<N>::cast2int(T& value) const
     double sum = 0.0, scale = 1.0;
     UINT64 magnitude = 0;
     for (int i = 0; i <= top; ++i, scale *= 10.0) {
-        const double term = digit(i) * scale;
+        const double term = digit_of(*this, i) * scale;
         const double with_digit = sum + term * one;
         if (scale > 1e307 || with_digit > highest || with_digit < lowest)
             return false;
@@ -113,7 +116,7 @@ bool bignum_t<N>::cast2s(C* buffer, unsigned int& size) const
     const unsigned int count = static_cast<unsigned int>(top) + 1;
     bool fits = sign_length + count < size;
     for (unsigned int i = 0; fits && i < count; ++i) {
-        const unsigned char value = digit(static_cast<int>(i));
+        const unsigned char value = digit_of(*this, static_cast<int>(i));
         fits = value <= 9;
         buffer[sign_length + count - 1 - i] = static_cast<C>('0' + value);
     }
@@ -134,7 +137,7 @@ bignum_t<N>::operator double() const
         return std::numeric_limits<double>::quiet_NaN();
     double sum = 0.0, scale = 1.0;
     for (int i = 0; i <= top && scale <= 1e307; ++i, scale *= 10.0)
-        sum += digit(i) * scale;
+        sum += digit_of(*this, i) * scale;
     return isNegative() ? sum * -1.0 : sum;
 }
 

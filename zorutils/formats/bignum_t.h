@@ -91,20 +91,6 @@ struct ZOR_API bignum_t
 
     // A floating-point NaN for NaN. Digits whose place is above 1e307 are left out.
     operator double() const;
-
-private:
-    unsigned char digit(int index) const;
-    void set_digit(int index, unsigned char value);
-    void set_negative(bool negative) { sign = negative ? 255 : 1; }
-    void normalise();
-    int compare_magnitude(const bignum_t& other) const;
-    static bignum_t add_magnitudes(const bignum_t& a, const bignum_t& b, bool negative);
-    static bignum_t subtract_magnitudes(const bignum_t& a, const bignum_t& b);
-    void shift_up(int places);
-    template <class C>
-    void assign_text(const C* text);
-    template <class C>
-    bool read_text(const C* text);
 };
 
 template <int N>
