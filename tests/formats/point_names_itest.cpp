@@ -1,11 +1,15 @@
-// The 64-bit way of counting a name up.
+// The 64-bit way of counting a name up, and counting when memory runs out.
 #include "zorutils/formats/point_names_internal.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <new>
+#include <string>
 
+#include "tests/support/failing_allocation.h"
 #include "tests/support/text.h"
+#include "zorutils/formats/point_names.h"
 
 using zor_test::shown;
 using zor_test::Wide;
@@ -45,4 +49,36 @@ TEST(PointNamesInt64, CountsWithTheLimitsOfAMachineInteger)
         EXPECT_EQ(zor_formats::IncPtnoInt64(name, c.increment), c.result);
         EXPECT_EQ(shown(name), c.next);
     }
+}
+
+// Each allocation fails once; the name is then as it was.
+template <class Count>
+void expect_whole_names(Count count, const char* before, const char* after)
+{
+    for (bool shared : {false, true}) {
+        Wide name(before);
+        const Wide other = shared ? name : Wide();
+        zor_test::for_each_failing_allocation(
+            [&] {
+                try {
+                    count(name);
+                } catch (const std::bad_alloc&) {
+                }
+            },
+            [&](int n, bool failed) {
+                EXPECT_EQ(shown(name), failed ? before : after) << n;
+                EXPECT_EQ(shown(other), shared ? before : "");
+            });
+    }
+}
+
+TEST(PointNamesMemory, AFailedAllocationLeavesTheNameAsItWas)
+{
+    const auto count = [](Wide& name) { EXPECT_TRUE(zor_formats::DoIncPtno(name, 1)); };
+    expect_whole_names(count, "STA0099", "STA0100");
+    expect_whole_names(count, "ABC", "ABC1");
+    expect_whole_names(count, "99", "100");
+    const auto count64 = [](Wide& name) { EXPECT_TRUE(zor_formats::IncPtnoInt64(name, 1)); };
+    expect_whole_names(count64, "STA0099", "STA0100");
+    expect_whole_names(count64, "ABC", "ABC1");
 }
