@@ -26,18 +26,6 @@ CZorStringT<WCHAR> widened(const std::string& ascii)
     return wide;
 }
 
-// What "%.<prec>lf" prints; `prec` is 0 or more.
-CZorStringT<WCHAR> fixed_decimals(double value, int prec)
-{
-    if (std::isfinite(value)) {
-        const int places = std::min(prec, longest_text);
-        return widened(zor::platform::fixed_text(value, places)).Left(longest_text);
-    }
-    CZorStringT<WCHAR> text;
-    text.Format(ZOR_W("%.*lf"), prec, value);
-    return text;
-}
-
 double power(double base, unsigned int exponent)
 {
     double result = 1.0;
@@ -118,6 +106,17 @@ CZorStringT<WCHAR> locale_sign(LCTYPE kind)
 } // namespace
 
 // --- Printing.
+
+CZorStringT<WCHAR> fixed_decimals(double value, int prec)
+{
+    if (std::isfinite(value)) {
+        const int places = std::min(prec, longest_text);
+        return widened(zor::platform::fixed_text(value, places)).Left(longest_text);
+    }
+    CZorStringT<WCHAR> text;
+    text.Format(ZOR_W("%.*lf"), prec, value);
+    return text;
+}
 
 CZorStringT<WCHAR> DoubleToString(double value)
 {

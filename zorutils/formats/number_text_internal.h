@@ -5,6 +5,9 @@
 
 namespace zor_formats {
 
+// What "%.<prec>lf" prints, on every target with the same digits; `prec` is 0 or more.
+zor_text::CZorStringT<WCHAR> fixed_decimals(double value, int prec);
+
 // The number that the text begins with; 0.0 if it begins with none. Every ".", "," and
 // `decimalSign` counts as the decimal point, and reading stops at the second one.
 double text_to_double(const zor_text::CZorStringT<WCHAR>& text,
