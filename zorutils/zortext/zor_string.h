@@ -29,7 +29,7 @@
 namespace zor_text {
 
 template <class T>
-class CZorStringT;
+class ZOR_API CZorStringT;
 
 // The header of a block; the text follows it in the same allocation, nAllocLength + 1 characters.
 template <class T>
