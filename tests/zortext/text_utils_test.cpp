@@ -157,6 +157,7 @@ TEST(TextEncoding, NullDataAndNullLengthAreTaken)
     EXPECT_EQ(detect_text_encoding(nullptr, 10, &length), TEXT_ENCODING_UNKNOWN);
     EXPECT_EQ(length, 77u);
     std::string mark = bytes({0xFF, 0xFE});
-    EXPECT_EQ(detect_bom_header(reinterpret_cast<unsigned char*>(mark.data()), 2, nullptr), BOM_UTF16_LE);
+    EXPECT_EQ(detect_bom_header(reinterpret_cast<unsigned char*>(mark.data()), 2, nullptr),
+              BOM_UTF16_LE);
     EXPECT_EQ(detect_text_encoding(mark.data(), 2, nullptr), TEXT_ENCODING_UTF16);
 }

@@ -66,7 +66,7 @@ typedef struct HGLOBAL__* HGLOBAL;
 #define MAX_PATH 260
 #define INVALID_HANDLE_VALUE (reinterpret_cast<HANDLE>(static_cast<intptr_t>(-1)))
 
-#define MAKEINTRESOURCEW(number) \
+#define MAKEINTRESOURCEW(number)                                                                   \
     (reinterpret_cast<LPCWSTR>(static_cast<ULONG_PTR>(static_cast<WORD>(number))))
 
 // 100-nanosecond units since 1601-01-01 UTC.
@@ -111,8 +111,7 @@ struct OVERLAPPED
     HANDLE hEvent;
 };
 
-union LARGE_INTEGER
-{
+union LARGE_INTEGER {
     struct
     {
         DWORD LowPart;

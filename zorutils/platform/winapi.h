@@ -1,8 +1,8 @@
 // zorutils/platform/winapi.h: the one header through which the library speaks to the system.
 //
 // On Windows it includes the system's headers and adds nothing. On POSIX it declares, with the same
-// names, types, results and last-error values, the subset of Win32 that the library uses; each topic
-// has its header and source in platform/posix/. tests/platform/ states what each call does.
+// names, types, results and last-error values, the subset of Win32 that the library uses; each
+// topic has its header and source in platform/posix/. tests/platform/ states what each call does.
 #pragma once
 
 #include "zorutils/platform/win_types.h"

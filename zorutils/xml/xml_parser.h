@@ -13,7 +13,8 @@
 // reads and what it does not. Malformed text yields odd tokens, never an error.
 //
 // Errors: a failed allocation is std::bad_alloc. Threads: one parser belongs to one thread; the
-// indent counter of the writing members is one for the process, so one document is formed at a time.
+// indent counter of the writing members is one for the process, so one document is formed at a
+// time.
 #pragma once
 
 #include "zorutils/core/zor_api.h"
@@ -29,14 +30,16 @@ public:
     typedef zor_text::CZorStringT<WCHAR> String;
     typedef zor_templ::CZorArray<String, const String&> StringArray;
 
-    enum EResult {
+    enum EResult
+    {
         RESULT_OK = 0,
         RESULT_CANNOT_OPEN = 1,
         RESULT_NOT_XML = 2, // the first line that is not empty lacks the word "xml"
     };
 
     // Bit numbers of the tag flags; see TagTypeFlag.
-    enum ETagType {
+    enum ETagType
+    {
         TAG_TYPE_EMPTY = 0,             // a tag that closes itself
         TAG_TYPE_CLOSED_ATTRIBUTES = 1, // stands in for the next one at the end of a tag scope
         TAG_TYPE_OPEN_ATTRIBUTES = 2,   // the start tag is left open for attributes

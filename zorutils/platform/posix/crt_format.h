@@ -5,7 +5,8 @@
 // ll 64 bits. The decimal point is always ".". %n takes its argument and writes nothing.
 //
 // The result is the length, and a terminator is written if there is room for it. A text that does
-// not fit fills the buffer and gives -1; so does a unit that has no byte in a narrow text. Any thread.
+// not fit fills the buffer and gives -1; so does a unit that has no byte in a narrow text. Any
+// thread.
 #pragma once
 
 #include <stdarg.h>

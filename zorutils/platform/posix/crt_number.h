@@ -1,4 +1,5 @@
-// zorutils/platform/posix/crt_number.h: numbers from and to text, with the Windows run-time's limits.
+// zorutils/platform/posix/crt_number.h: numbers from and to text, with the Windows run-time's
+// limits.
 //
 // No call looks at the process' locale: the decimal point is ".". Any thread.
 #pragma once
@@ -25,6 +26,6 @@ WCHAR* _itow(int value, WCHAR* buffer, int base);
 // White space, a sign and decimal digits of any script; held to the range of int. 0 without digits.
 int _wtoi(const WCHAR* text);
 
-// The nearest double of the number that the text begins with behind ASCII white space; *end is where
-// it ends, or the text if there is none. Infinity beyond the range.
+// The nearest double of the number that the text begins with behind ASCII white space; *end is
+// where it ends, or the text if there is none. Infinity beyond the range.
 double wcstod(const WCHAR* text, WCHAR** end);

@@ -1,8 +1,8 @@
 // zorutils/platform/posix/find.h: searches: FindFirstFileW and its kin.
 //
-// A pattern may stand in the last name of a path. In it "*" is any run of characters and "?" is one;
-// dots at its end do not count, and ".*" at its end may match nothing, so that "*.*" finds every
-// name. Case does not count in a pattern. What is this port's own:
+// A pattern may stand in the last name of a path. In it "*" is any run of characters and "?" is
+// one; dots at its end do not count, and ".*" at its end may match nothing, so that "*.*" finds
+// every name. Case does not count in a pattern. What is this port's own:
 //
 //   a name without "*" and "?" is looked up as it is, and there case counts, as it does in opening
 //   entries come sorted by name, without regard to case, with "." and ".." first
