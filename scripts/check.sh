@@ -10,8 +10,6 @@ say "layers"
 python3 scripts/check_layers.py
 say "exports"
 python3 scripts/check_exports.py
-say "a second compiler"
-build_preset linux-clang zor_objects survey_road
 say "scripts"
 for script in scripts/*.sh .ci/run; do bash -n "$script"; done
 echo "checks: clean"
