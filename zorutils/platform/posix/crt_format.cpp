@@ -70,7 +70,7 @@ private:
     bool m_failed = false;
 };
 
-// --- The specification of one field.
+// --- What a field of the format asks for.
 
 template <class T>
 int parse_count(const T*& at, Arguments& arguments)
