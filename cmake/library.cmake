@@ -13,6 +13,11 @@ endif()
 add_library(zor_objects OBJECT ${zor_sources} ${zor_platform_sources})
 target_compile_definitions(zor_objects PRIVATE ZOR_BUILDING)
 target_link_libraries(zor_objects PUBLIC zor_options PRIVATE zor_warnings)
+if(NOT WIN32)
+  # The library's calls of its own exported functions are its own, as in a DLL: no other module
+  # replaces them, so the compiler may inline them and the linker may bind them.
+  target_compile_options(zor_objects PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-fno-semantic-interposition>)
+endif()
 
 # The private heap: the published allocator under the library's settings. A linked git worktree
 # shares the file with its main checkout.
@@ -54,6 +59,9 @@ if(WIN32)
 endif()
 set_target_properties(zorutils PROPERTIES
   VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+if(NOT WIN32)
+  target_link_options(zorutils PRIVATE -Wl,-Bsymbolic-functions)
+endif()
 if(NOT WIN32 AND NOT ZOR_SANITIZE)
   target_link_options(zorutils PRIVATE -Wl,--no-undefined)
 endif()

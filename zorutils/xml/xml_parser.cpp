@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include "zorutils/zortext/text_growth_internal.h"
+
 ZOR_DEFINE_LIBRARY_ALLOCATION(CXmlParserBase)
 
 namespace {
@@ -120,6 +122,7 @@ bool CXmlParserBase::ReadTokenText(String& text)
         String line;
         do {
             if (!line.empty()) {
+                make_room(text, line.GetLength() + 1);
                 text += line;
                 text += static_cast<WCHAR>(' ');
             }
@@ -216,6 +219,8 @@ CXmlParserBase::String CXmlParserBase::ReadAttrib(const String& attributes, cons
     if (hit < 0)
         return String();
     const int first = attributes.Find(static_cast<WCHAR>('"'), hit);
+    if (first < 0)
+        return String();
     const int second = attributes.Find(static_cast<WCHAR>('"'), first + 1);
     return ReplaceReservedCharactersForImport(attributes.Mid(first + 1, second - first - 1));
 }

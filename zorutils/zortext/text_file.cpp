@@ -2,6 +2,9 @@
 
 #include <stdlib.h>
 
+#include <algorithm>
+
+#include "zorutils/zortext/text_growth_internal.h"
 #include "zorutils/zortext/text_utils.h"
 
 ZOR_DEFINE_LIBRARY_ALLOCATION(CTextFile)
@@ -30,6 +33,45 @@ bool begins_with(PlatformFile file, const unsigned char* mark, unsigned int leng
     if (!same)
         base::SeekPlatformFile(file, base::PLATFORM_FILE_FROM_BEGIN, 0);
     return same;
+}
+
+// Reads the next block of `size` bytes: the bytes in it, with its place in the file in `position`,
+// or 0 for the end of the file, which fewer than `smallest` bytes are.
+unsigned int next_block(PlatformFile file, unsigned char* block, unsigned int size,
+                        unsigned int smallest, INT64& position)
+{
+    const INT64 here = base::SeekPlatformFile(file, base::PLATFORM_FILE_FROM_CURRENT, 0);
+    const unsigned int count = base::ReadPlatformFile(file, block, size);
+    // A failed read gives all ones, and ends the file too.
+    if (count < smallest || count > size)
+        return 0;
+    position = here;
+    return count;
+}
+
+// Takes the run of ordinary characters that begins at `read` into the chunk, as far as the block
+// and the chunk go; the caller's steps for single characters do all else.
+template <class Symbol, class T>
+void take_run(Symbol*& read, const Symbol* end, zor_vector<T>& chunk, unsigned int& count,
+              unsigned int limit)
+{
+    const Symbol* const stop =
+        read + std::min<size_t>(static_cast<size_t>(end - read), limit > count ? limit - count : 0);
+    Symbol* from = read;
+    T* to = chunk.data() + count;
+    for (; from != stop && *from != 0 && *from != '\n' && *from != '\r'; ++from)
+        *to++ = static_cast<T>(*from);
+    count += static_cast<unsigned int>(from - read);
+    read = from;
+}
+
+// Appends the first `count` characters of the chunk, as a terminated text.
+template <class T>
+void flush(zor_vector<T>& chunk, unsigned int count, zor_text::CZorStringT<T>& text)
+{
+    chunk[count] = 0;
+    make_room(text, static_cast<int>(count));
+    text += chunk.data();
 }
 
 } // namespace
@@ -138,27 +180,15 @@ void CTextFile::CheckUnicode()
 
 // --- Symbols.
 
-// Reads the next block: the bytes in it, or 0 with the end of the file noted and the block left as
-// it is. The size of the read is the last valid count, not the capacity.
-unsigned int CTextFile::FillBlock(unsigned int smallest)
-{
-    const INT64 position = base::SeekPlatformFile(m_file, base::PLATFORM_FILE_FROM_CURRENT, 0);
-    const unsigned int count = base::ReadPlatformFile(m_file, m_buffer, m_validBytes);
-    // A failed read gives all ones, and ends the file too.
-    if (count < smallest || count > m_validBytes) {
-        m_endOfFile = true;
-        return 0;
-    }
-    m_bufferFilePos = position;
-    return count;
-}
-
 int CTextFile::getSymbol()
 {
     if (m_readPos == nullptr || m_readPos == m_buffer + m_validBytes) {
-        const unsigned int count = FillBlock(1);
-        if (count == 0)
+        // The size of the read is the last valid count, on purpose, not the capacity.
+        const unsigned int count = next_block(m_file, m_buffer, m_validBytes, 1, m_bufferFilePos);
+        if (count == 0) {
+            m_endOfFile = true;
             return TEXT_FILE_END_SYMBOL;
+        }
         m_validBytes = count;
         m_readPos = m_buffer;
     }
@@ -168,9 +198,11 @@ int CTextFile::getSymbol()
 int CTextFile::getSymbolW()
 {
     if (m_readPosW == nullptr || m_readPosW == reinterpret_cast<WCHAR*>(m_buffer + m_validBytes)) {
-        const unsigned int count = FillBlock(2);
-        if (count == 0)
+        const unsigned int count = next_block(m_file, m_buffer, m_validBytes, 2, m_bufferFilePos);
+        if (count == 0) {
+            m_endOfFile = true;
             return TEXT_FILE_END_SYMBOL;
+        }
         // Half a unit at the end of the file is dropped.
         m_validBytes = count & ~1u;
         m_readPosW = reinterpret_cast<WCHAR*>(m_buffer);
@@ -193,8 +225,7 @@ void CTextFile::ungetSymbolW()
 void CTextFile::putSymbol(char c)
 {
     if (c == 0 || m_chunkCount >= m_bufferSize) {
-        m_lineChunk[m_chunkCount] = 0;
-        m_line += m_lineChunk.data();
+        flush(m_lineChunk, m_chunkCount, m_line);
         m_chunkCount = 0;
         m_lineWritten = true;
         if (c == 0)
@@ -206,8 +237,7 @@ void CTextFile::putSymbol(char c)
 void CTextFile::putSymbolW(zor_text::CZorStringT<WCHAR>& line, WCHAR c)
 {
     if (c == 0 || m_chunkCount >= m_bufferSize / 2) {
-        m_lineChunkW[m_chunkCount] = 0;
-        line += m_lineChunkW.data();
+        flush(m_lineChunkW, m_chunkCount, line);
         m_chunkCount = 0;
         m_lineWritten = true;
         if (c == 0)
@@ -242,6 +272,7 @@ DWORD CTextFile::GetNextLine(zor_text::CZorStringT<WCHAR>& line, bool skipEmpty)
         }
         if (symbol != '\n' && symbol != '\r') {
             putSymbol(static_cast<char>(symbol));
+            take_run(m_readPos, m_buffer + m_validBytes, m_lineChunk, m_chunkCount, m_bufferSize);
             continue;
         }
         // At the end of the file this steps back on to the CR, which the next call meets again.
@@ -272,6 +303,8 @@ DWORD CTextFile::ReadUTF16Line(zor_text::CZorStringT<WCHAR>& line, bool skipEmpt
         }
         if (symbol != '\n' && symbol != '\r') {
             putSymbolW(line, static_cast<WCHAR>(symbol));
+            take_run(m_readPosW, reinterpret_cast<const WCHAR*>(m_buffer + m_validBytes),
+                     m_lineChunkW, m_chunkCount, m_bufferSize / 2);
             continue;
         }
         if (symbol == '\r' && getSymbolW() != '\n')

@@ -87,7 +87,4 @@ protected:
     bool m_endOfFile;
     bool m_isUTF8;
     bool m_isUTF16;
-
-private:
-    unsigned int FillBlock(unsigned int smallest);
 };
