@@ -72,8 +72,14 @@ int wcsncmp(const WCHAR* a, const WCHAR* b, size_t count)
 
 const WCHAR* wcschr(const WCHAR* text, WCHAR unit)
 {
-    // The terminator can be searched for as well.
-    return Traits::find(text, wcslen(text) + 1, unit);
+    // Only as far as the hit: callers walk long texts hit by hit. The terminator can be searched for
+    // as well.
+    for (;; ++text) {
+        if (*text == unit)
+            return text;
+        if (*text == 0)
+            return nullptr;
+    }
 }
 
 const WCHAR* wcsrchr(const WCHAR* text, WCHAR unit)
@@ -89,10 +95,14 @@ const WCHAR* wcsrchr(const WCHAR* text, WCHAR unit)
 
 const WCHAR* wcsstr(const WCHAR* text, const WCHAR* sub)
 {
-    const WCHAR* const end = text + wcslen(text);
-    const WCHAR* const sub_end = sub + wcslen(sub);
-    const WCHAR* const found = std::search(text, end, sub, sub_end);
-    return found == end && sub != sub_end ? nullptr : found;
+    if (*sub == 0)
+        return text;
+    const size_t length = wcslen(sub);
+    for (; (text = wcschr(text, *sub)) != nullptr; ++text) {
+        if (wcsncmp(text, sub, length) == 0)
+            return text;
+    }
+    return nullptr;
 }
 
 const WCHAR* wcspbrk(const WCHAR* text, const WCHAR* set)
