@@ -63,7 +63,11 @@ public:
             if (c == '\r' && m_next == m_symbols.size()) {
                 m_end = true;
                 --m_next;
-                if (!counts && skip)
+                const bool replaced = m_stray >= 0;
+                if (replaced)
+                    m_symbols[m_next] = static_cast<WCHAR>(m_stray);
+                m_stray = -1;
+                if (!counts && skip && !replaced)
                     return false;
             } else if (c == '\r' && m_symbols[m_next] == '\n') {
                 ++m_next;
@@ -91,6 +95,7 @@ private:
         m_symbols.clear();
         m_next = 0;
         m_end = false;
+        m_stray = -1;
         start = std::min(start, m_bytes.size());
         if (!m_is_utf16) {
             for (const char c : m_bytes.substr(start))
@@ -99,8 +104,13 @@ private:
         }
         for (size_t size = m_buffer;;) {
             const std::string block = m_bytes.substr(start, size);
-            if (block.size() < 2)
+            if (block.size() < 2) {
+                // The last read laid it over a block of one unit, which may be a CR stepped back
+                // to.
+                if (block.size() == 1 && size == 2)
+                    m_stray = static_cast<unsigned char>(block[0]);
                 return;
+            }
             start += block.size();
             size = block.size() & ~size_t{1};
             for (size_t i = 0; i < size; i += 2)
@@ -125,6 +135,7 @@ private:
     std::string m_bytes;
     size_t m_buffer;
     bool m_is_utf8 = false, m_is_utf16 = false, m_end = false;
+    int m_stray = -1; // the half unit at the end, where it counts
     Text<WCHAR> m_symbols;
     size_t m_next = 0;
 };
