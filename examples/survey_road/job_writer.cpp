@@ -7,7 +7,8 @@ namespace survey_road {
 
 namespace {
 
-constexpr int job_precision = 8;
+constexpr int job_precision = 8;     // decimals of a metre
+constexpr int degree_precision = 13; // and as small a step along the globe
 
 // What the reader makes of an escaped text: it undoes the entities one after the other, so that a
 // text that looks like an entity itself does not come back.
@@ -85,6 +86,22 @@ Text inline_element(const Text& tag, const Text& value)
     return text;
 }
 
+// <Geographic> with latitude and longitude in degrees and, perhaps, the elevation.
+Text geographic_element(const Point& point)
+{
+    const Text tag(ZOR_W("Geographic"));
+    Text text = CXmlParserBase::OpenTag(tag, 0);
+    text += inline_element(ZOR_W("Latitude"),
+                           zor_formats::DoubleToString(point.northing, degree_precision));
+    text += inline_element(ZOR_W("Longitude"),
+                           zor_formats::DoubleToString(point.easting, degree_precision));
+    if (point.has_elevation)
+        text += inline_element(ZOR_W("Ellipsoidal"),
+                               zor_formats::DoubleToString(point.elevation, job_precision));
+    text += CXmlParserBase::CloseTag(tag, 0);
+    return text;
+}
+
 void write_point(JobFile& file, const Point& point, const Text& name, const Text& description)
 {
     const Text tag(ZOR_W("Point"));
@@ -92,8 +109,11 @@ void write_point(JobFile& file, const Point& point, const Text& name, const Text
     text += inline_element(ZOR_W("Name"), name);
     if (!description.empty())
         text += inline_element(ZOR_W("Desc"), description);
-    text += formNECoordinates(Coordinates(point.has_elevation), point.northing, point.easting,
-                              point.elevation, ZOR_W("Coordinates"), job_precision);
+    if (point.geographic)
+        text += geographic_element(point);
+    else
+        text += formNECoordinates(Coordinates(point.has_elevation), point.northing, point.easting,
+                                  point.elevation, ZOR_W("Coordinates"), job_precision);
     text += CXmlParserBase::CloseTag(tag, 0);
     file.write(text);
 }

@@ -43,6 +43,10 @@ bool parse_options(const std::vector<Text>& arguments, Options& options, std::st
             options.out = arguments[++i];
         } else if (is(argument, ZOR_W("--check"))) {
             options.check = true;
+        } else if (is(argument, ZOR_W("--bearings"))) {
+            options.bearings = true;
+        } else if (is(argument, ZOR_W("--columns"))) {
+            options.columns = true;
         } else if (is(argument, ZOR_W("--timing"))) {
             options.timing = true;
         } else if (is(argument, ZOR_W("--help")) || is(argument, ZOR_W("-h"))) {
@@ -68,11 +72,15 @@ const char* usage()
            "Reads survey points, prints them as a table with a summary, and names the next free\n"
            "point of each series. A file may be a point list (name, northing, easting, elevation,\n"
            "description, divided by commas, tabs, semicolons or blanks), a LandXML file, or a job\n"
-           "that this program wrote. What a file is is told by its content.\n"
+           "that this program wrote. What a file is is told by its content. In a list a latitude\n"
+           "and a longitude may stand for northing and easting: 50°05'12.5\"N, 50 05 12.5 N.\n"
            "\n"
            "  --precision N   decimals in the table, 0 to 9 (3)\n"
            "  --out JOB.xml   writes the points as a job\n"
+           "  --bearings      prints distance and bearing from each point to the next\n"
            "  --check         only reads and reports\n"
+           "  --columns       tells what the columns of any delimited text hold, and reads no "
+           "points\n"
            "  --timing        prints points per second and MB/s\n"
            "  --help, --version\n"
            "\n"

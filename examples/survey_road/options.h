@@ -14,6 +14,8 @@ struct Options
     Text out;
     int precision = 3;
     bool check = false;
+    bool bearings = false;
+    bool columns = false;
     bool timing = false;
     bool help = false;
     bool version = false;

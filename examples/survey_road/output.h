@@ -1,16 +1,33 @@
-// survey_road/output.h: the table, the summary and the job file.
+// survey_road/output.h: tables and the summary, on standard output, and the job file.
 #pragma once
 
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "points.h"
 
 namespace survey_road {
 
-// Points with aligned columns, on standard output.
+// A column of a table: texts stand left, numbers right.
+struct Column
+{
+    const char* heading;
+    bool right;
+};
+using Row = std::vector<std::string>;
+
+// Prints `count` rows with aligned columns; each is asked for twice, and an empty one is left out.
+void print_aligned(const std::vector<Column>& table, size_t count,
+                   const std::function<Row(size_t)>& row_of);
+
+// The points, those of a grid before those on the globe.
 void print_table(const PointSet& points, int precision);
 
-// Count, extent, elevations, series with their next free names, on standard output. Names that
+// Distance and quadrant bearing from each grid point to the next.
+void print_legs(const PointSet& points, int precision);
+
+// Count, extent, elevations, series with their next free names. Names that
 // stand more than once go to the error stream.
 void print_summary(const PointSet& points, int precision);
 

@@ -1,5 +1,7 @@
 // Point lists: name, northing, easting, elevation, description.
+#include "angles.h"
 #include "console.h"
+#include "list_line.h"
 #include "reader.h"
 
 namespace survey_road {
@@ -7,24 +9,6 @@ namespace survey_road {
 namespace {
 
 using zor_formats::StringArray;
-
-// The delimiter of a line: the first of these that divides three values.
-char delimiter_of(const Text& line)
-{
-    for (const char candidate : {'\t', ';', ','}) {
-        const int first = line.Find(static_cast<WCHAR>(candidate));
-        if (first >= 0 && line.Find(static_cast<WCHAR>(candidate), first + 1) >= 0)
-            return candidate;
-    }
-    return ' ';
-}
-
-// A run of blanks divides once.
-void fold_blanks(Text& line)
-{
-    while (line.Replace(ZOR_W("  "), ZOR_W(" ")) > 0) {
-    }
-}
 
 // What stands behind the elevation is the description, as it is written.
 Text description_of(const Text& line, char delimiter)
@@ -40,37 +24,48 @@ Text description_of(const Text& line, char delimiter)
     return description.Trim();
 }
 
-bool has_digit(const Text& text)
+// Empty if the values are a position.
+std::string parse_grid(const StringArray& values, Position& position)
 {
-    return text.FindOneOf(ZOR_W("0123456789")) >= 0;
+    const char* const names[] = {"northing", "easting"};
+    double* const targets[] = {&position.northing, &position.easting};
+    for (int i = 0; i < 2; ++i) {
+        if (!parse_number(values[i + 1], *targets[i]))
+            return std::string("the ") + names[i] + " is no number: \"" + utf8(values[i + 1]) +
+                   "\"";
+    }
+    return std::string();
 }
 
-// A first line without a digit where the numbers belong names the columns.
-bool is_heading(const StringArray& values)
+std::string parse_globe(const StringArray& values, Position& position)
 {
-    return values.GetSize() >= 3 && !has_digit(values[1]) && !has_digit(values[2]);
+    position.geographic = true;
+    const std::string error = parse_angle(values[1], Axis::Latitude, position.northing);
+    return error.empty() ? parse_angle(values[2], Axis::Longitude, position.easting) : error;
 }
 
 // Empty if the line is a point.
-std::string add_point(const Text& line, const StringArray& values, char delimiter, PointSet& points)
+std::string add_point(const ListFile& list, PointSet& points)
 {
+    const StringArray& values = list.values();
     if (values.GetSize() < 3)
         return "too few values: name, northing and easting are needed";
     if (values[0].empty())
         return "the name is empty";
-    double numbers[3] = {};
-    const char* const names[] = {"northing", "easting", "elevation"};
-    bool has_elevation = false;
-    for (int i = 0; i < 3; ++i) {
-        const Text text = i + 1 < values.GetSize() ? values[i + 1] : Text();
-        if (i == 2 && text.empty())
-            break;
-        if (!parse_number(text, numbers[i]))
-            return std::string("the ") + names[i] + " is no number: \"" + utf8(text) + "\"";
-        has_elevation = i == 2;
+    Position position{};
+    const std::string error =
+        looks_like_angle(values[1], Axis::Latitude) || looks_like_angle(values[2], Axis::Longitude)
+            ? parse_globe(values, position)
+            : parse_grid(values, position);
+    if (!error.empty())
+        return error;
+    if (values.GetSize() > 3 && !values[3].empty()) {
+        double elevation = 0;
+        if (!parse_number(values[3], elevation))
+            return "the elevation is no number: \"" + utf8(values[3]) + "\"";
+        position.elevation = elevation;
     }
-    points.add(numbers[0], numbers[1], has_elevation ? &numbers[2] : nullptr, values[0],
-               description_of(line, delimiter));
+    points.add(position, values[0], description_of(list.line(), list.delimiter()));
     return std::string();
 }
 
@@ -78,40 +73,23 @@ std::string add_point(const Text& line, const StringArray& values, char delimite
 
 void read_list(const Text& file, PointSet& points, Report& report, Progress& progress)
 {
-    CTextFile text;
-    if (!text.Open(resolved(file).c_str())) {
+    ListFile list;
+    if (!list.open(file)) {
         report.failed(file, "cannot be opened");
         return;
     }
     const size_t before = points.size();
-    char delimiter = 0;
-    size_t number = 0;
-    Text line;
-    StringArray values;
-    // Empty lines are read too, so that the numbers are right; behind a lone CR at the end of the
-    // file they come for ever, and the end is told by the file.
-    while (text.GetNextLine(line, false) && !(line.empty() && text.IsEndOfFile())) {
-        ++number;
-        if (number == 1 && text.IsUTF8())
-            line = line.Mid(Text("\xEF\xBB\xBF").GetLength());
-        Text trimmed = line;
-        if (trimmed.Trim().empty() || trimmed[0] == '#')
-            continue;
-        const bool first = delimiter == 0;
-        if (first)
-            delimiter = delimiter_of(trimmed);
-        if (delimiter == ' ')
-            fold_blanks(trimmed);
-        values.RemoveAll();
-        zor_formats::ParseValues(trimmed, values, delimiter, Text());
-        if (first && is_heading(values)) {
-            report.note(file, "line " + std::to_string(number) + " names the columns");
-            continue;
+    bool first = true;
+    while (list.next()) {
+        if (first && is_heading(list.values())) {
+            report.note(file, "line " + std::to_string(list.number()) + " names the columns");
+        } else {
+            const std::string error = add_point(list, points);
+            if (!error.empty())
+                report.skipped(file, list.number(), error);
+            progress.point(points.size());
         }
-        const std::string error = add_point(trimmed, values, delimiter, points);
-        if (!error.empty())
-            report.skipped(file, number, error);
-        progress.point(points.size());
+        first = false;
     }
     if (points.size() == before)
         report.failed(file, "is no survey file: no points were found");

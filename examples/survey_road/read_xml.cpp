@@ -43,7 +43,7 @@ private:
     Kind m_kind = Kind::None;
     bool m_bad = false;
     Text m_tag, m_name, m_description;
-    std::optional<double> m_northing, m_easting, m_elevation;
+    std::optional<double> m_northing, m_easting, m_elevation, m_latitude, m_longitude;
 };
 
 bool is(const Text& text, const WCHAR* other)
@@ -69,6 +69,8 @@ void XmlPoints::begin(Kind kind, const Text& attributes, const WCHAR* name_attri
     m_northing.reset();
     m_easting.reset();
     m_elevation.reset();
+    m_latitude.reset();
+    m_longitude.reset();
 }
 
 void XmlPoints::skip(const std::string& text)
@@ -114,11 +116,13 @@ void XmlPoints::finish()
 {
     if (!m_bad && m_name.empty())
         skip("it has no name");
-    if (!m_bad && (!m_northing || !m_easting))
+    const bool grid = m_northing && m_easting, geographic = m_latitude && m_longitude;
+    if (!m_bad && !grid && !geographic)
         skip("its coordinates are missing");
-    if (!m_bad)
-        m_points.add(*m_northing, *m_easting, m_elevation ? &*m_elevation : nullptr, m_name,
-                     m_description);
+    if (!m_bad && grid)
+        m_points.add({*m_northing, *m_easting, m_elevation}, m_name, m_description);
+    else if (!m_bad)
+        m_points.add({*m_latitude, *m_longitude, m_elevation, true}, m_name, m_description);
     m_kind = Kind::None;
     m_bad = false;
 }
@@ -138,6 +142,10 @@ void XmlPoints::token(const Text& tag, const Text& attributes, Text& value)
         number(m_northing, value, "northing");
     } else if (is_text && m_kind == Kind::Job && is(tag, ZOR_W("Easting"))) {
         number(m_easting, value, "easting");
+    } else if (is_text && m_kind == Kind::Job && is(tag, ZOR_W("Latitude"))) {
+        number(m_latitude, value, "latitude");
+    } else if (is_text && m_kind == Kind::Job && is(tag, ZOR_W("Longitude"))) {
+        number(m_longitude, value, "longitude");
     } else if (is_text && m_kind == Kind::Job && is(tag, ZOR_W("Ellipsoidal"))) {
         number(m_elevation, value, "elevation");
     } else if (is_text || closes_itself(attributes)) {

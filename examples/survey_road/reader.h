@@ -48,6 +48,10 @@ bool parse_number(const Text& text, double& value);
 // The path without steps to parent folders: the library's readers refuse a path that holds "..".
 Text resolved(const Text& file);
 
+// Tells on standard output what each column of a delimited text holds, and which look like name,
+// northing, easting and elevation, and why. False if the file holds no lines; the report says why.
+bool print_columns(const Text& file, Report& report);
+
 // The two kinds of content.
 void read_list(const Text& file, PointSet& points, Report& report, Progress& progress);
 void read_xml(const Text& file, PointSet& points, Report& report, Progress& progress);

@@ -55,8 +55,15 @@ int run(const std::vector<Text>& arguments)
         return all_well;
     }
 
-    PointSet points;
     Report report;
+    if (options.columns) {
+        size_t told = 0;
+        for (const Text& file : options.files)
+            told += print_columns(file, report);
+        return told == 0 ? nothing_read : report.failed_count() > 0 ? some_skipped : all_well;
+    }
+
+    PointSet points;
     const auto start = std::chrono::steady_clock::now();
     {
         Progress progress;
@@ -68,6 +75,10 @@ int run(const std::vector<Text>& arguments)
     if (!points.empty() && !options.check) {
         print_table(points, options.precision);
         puts("");
+        if (options.bearings) {
+            print_legs(points, options.precision);
+            puts("");
+        }
     }
     if (!points.empty())
         print_summary(points, options.precision);

@@ -3,6 +3,7 @@
 #include <map>
 #include <unordered_set>
 
+#include "angles.h"
 #include "console.h"
 #include "output.h"
 
@@ -30,6 +31,12 @@ void print_range(const char* name, const Range& range, int precision)
            utf8(zor_formats::DoubleToString(range.least, precision)).c_str(),
            utf8(zor_formats::DoubleToString(range.most, precision)).c_str(),
            utf8(zor_formats::DoubleToString(range.most - range.least, precision)).c_str());
+}
+
+void print_globe_range(const char* name, const Range& range, Axis axis, int precision)
+{
+    printf("%-10s %s to %s\n", name, utf8(globe_text(range.least, axis, precision + 2)).c_str(),
+           utf8(globe_text(range.most, axis, precision + 2)).c_str());
 }
 
 bool is_digit(WCHAR unit)
@@ -108,16 +115,23 @@ Text next_free(TextView highest, const Names& names)
 
 void print_summary(const PointSet& points, int precision)
 {
-    Range northing, easting, elevation;
+    Range northing, easting, latitude, longitude, elevation;
     for (const Point& point : points) {
-        northing.add(point.northing);
-        easting.add(point.easting);
+        (point.geographic ? latitude : northing).add(point.northing);
+        (point.geographic ? longitude : easting).add(point.easting);
         if (point.has_elevation)
             elevation.add(point.elevation);
     }
     printf("%zu points\n", points.size());
-    print_range("northing", northing, precision);
-    print_range("easting", easting, precision);
+    if (northing.count > 0) {
+        print_range("northing", northing, precision);
+        print_range("easting", easting, precision);
+    }
+    if (latitude.count > 0) {
+        printf("%zu of them geographic\n", latitude.count);
+        print_globe_range("latitude", latitude, Axis::Latitude, precision);
+        print_globe_range("longitude", longitude, Axis::Longitude, precision);
+    }
     if (elevation.count > 0)
         print_range("elevation", elevation, precision);
     if (elevation.count < points.size())

@@ -1,6 +1,6 @@
 #include <algorithm>
-#include <array>
 
+#include "angles.h"
 #include "console.h"
 #include "output.h"
 
@@ -8,53 +8,103 @@ namespace survey_road {
 
 namespace {
 
-constexpr size_t column_count = 5;
-using Row = std::array<std::string, column_count>;
-
 std::string number(double value, int precision)
 {
     return utf8(zor_formats::DoubleToString(value, precision));
 }
 
-Row row_of(const PointSet& points, const Point& point, int precision)
+std::string elevation(const Point& point, int precision)
 {
-    return {utf8(points.name(point)), number(point.northing, precision),
-            number(point.easting, precision),
-            point.has_elevation ? number(point.elevation, precision) : "",
-            utf8(points.description(point))};
+    return point.has_elevation ? number(point.elevation, precision) : "";
 }
 
-// Names and descriptions stand left, numbers right; nothing stands behind the last text.
-void print_row(const Row& row, const std::array<size_t, column_count>& widths)
+void print_row(const std::vector<Column>& table, const Row& row, const std::vector<size_t>& widths)
 {
     std::string line;
-    for (size_t i = 0; i < column_count; ++i) {
+    for (size_t i = 0; i < table.size(); ++i) {
         const std::string padding(widths[i] - std::min(widths[i], columns(row[i])), ' ');
-        const bool right = i >= 1 && i <= 3;
-        line += right ? padding + row[i] : row[i] + padding;
+        line += table[i].right ? padding + row[i] : row[i] + padding;
         line += "  ";
     }
     line.erase(line.find_last_not_of(' ') + 1);
     puts(line.c_str());
 }
 
+void print_grid_points(const PointSet& points, int precision)
+{
+    print_aligned({{"Name", false},
+                   {"Northing", true},
+                   {"Easting", true},
+                   {"Elevation", true},
+                   {"Description", false}},
+                  points.size(), [&](size_t i) -> Row {
+                      const Point& point = points[i];
+                      if (point.geographic)
+                          return {};
+                      return {utf8(points.name(point)), number(point.northing, precision),
+                              number(point.easting, precision), elevation(point, precision),
+                              utf8(points.description(point))};
+                  });
+}
+
+void print_geographic_points(const PointSet& points, int precision)
+{
+    // A second is some 30 m, a degree some 100 km.
+    const int seconds = precision + 2, degrees = precision + 6;
+    print_aligned({{"Name", false},
+                   {"Latitude", true},
+                   {"Longitude", true},
+                   {"Degrees N", true},
+                   {"Degrees E", true},
+                   {"Elevation", true},
+                   {"Description", false}},
+                  points.size(), [&](size_t i) -> Row {
+                      const Point& point = points[i];
+                      if (!point.geographic)
+                          return {};
+                      return {utf8(points.name(point)),
+                              utf8(globe_text(point.northing, Axis::Latitude, seconds)),
+                              utf8(globe_text(point.easting, Axis::Longitude, seconds)),
+                              number(point.northing, degrees),
+                              number(point.easting, degrees),
+                              elevation(point, precision),
+                              utf8(points.description(point))};
+                  });
+}
+
 } // namespace
+
+void print_aligned(const std::vector<Column>& table, size_t count,
+                   const std::function<Row(size_t)>& row_of)
+{
+    std::vector<size_t> widths;
+    Row headings;
+    for (const Column& column : table) {
+        headings.push_back(column.heading);
+        widths.push_back(columns(column.heading));
+    }
+    // Twice over the rows, so that no table stands in memory.
+    for (size_t i = 0; i < count; ++i) {
+        const Row row = row_of(i);
+        for (size_t j = 0; j < row.size(); ++j)
+            widths[j] = std::max(widths[j], columns(row[j]));
+    }
+    print_row(table, headings, widths);
+    for (size_t i = 0; i < count; ++i) {
+        const Row row = row_of(i);
+        if (!row.empty())
+            print_row(table, row, widths);
+    }
+}
 
 void print_table(const PointSet& points, int precision)
 {
-    const Row heading = {"Name", "Northing", "Easting", "Elevation", "Description"};
-    std::array<size_t, column_count> widths;
-    for (size_t i = 0; i < column_count; ++i)
-        widths[i] = columns(heading[i]);
-    // Twice over the points, so that no table stands in memory.
-    for (const Point& point : points) {
-        const Row row = row_of(points, point, precision);
-        for (size_t i = 0; i < column_count; ++i)
-            widths[i] = std::max(widths[i], columns(row[i]));
-    }
-    print_row(heading, widths);
-    for (const Point& point : points)
-        print_row(row_of(points, point, precision), widths);
+    if (points.geographic_count() < points.size())
+        print_grid_points(points, precision);
+    if (points.geographic_count() > 0 && points.geographic_count() < points.size())
+        puts("");
+    if (points.geographic_count() > 0)
+        print_geographic_points(points, precision);
 }
 
 } // namespace survey_road

@@ -1,72 +1,9 @@
 // The host program, run as a user runs it: what it reads, prints, writes and says.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <string>
-
-#include "tests/support/temp_folder.h"
-#include "tests/support/text.h"
-#include "zorutils/fs/cfile.h"
+#include "tests/road/road.h"
 
 using namespace zor_test;
 
 namespace {
-
-// The program lies beside the test program.
-std::string program()
-{
-    Wide own, path;
-    base::CFile::GetModuleFileNameW(nullptr, own, true);
-    const bool windows = own.Find(ZOR_W(".exe")) > 0;
-    base::CFile::UpdateFileName(own, windows ? ZOR_W("survey_road.exe") : ZOR_W("survey_road"),
-                                path);
-    std::string text(Narrow(path.c_str()).c_str());
-    if (!windows)
-        std::replace(text.begin(), text.end(), '\\', '/');
-    return text;
-}
-
-struct Result
-{
-    int code;
-    std::string out, err;
-};
-
-class Road : public testing::Test
-{
-protected:
-    // `arguments` with each "@name" replaced by that file of the test's folder.
-    Result run(const std::string& arguments)
-    {
-        std::string line = program();
-        for (const char c : " " + arguments)
-            line += c == '@' ? folder.path().string() +
-                                   static_cast<char>(std::filesystem::path::preferred_separator)
-                             : std::string(1, c);
-        line += " >" + (folder / "out").string() + " 2>" + (folder / "err").string();
-        int code = std::system(line.c_str());
-        if (code > 255)
-            code >>= 8; // a POSIX wait status
-        return {code, plain(folder.read("out")), plain(folder.read("err"))};
-    }
-
-    std::string points(const std::string& out)
-    {
-        const size_t at = out.find(" points\n");
-        const size_t start = out.rfind('\n', at) + 1;
-        return at == std::string::npos ? "none" : out.substr(start, at - start);
-    }
-
-    static std::string plain(std::string text)
-    {
-        text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
-        return text;
-    }
-
-    TempFolder folder;
-};
 
 const std::string two = "P1,100.5,200.25,10.125,first\nP2,101.5,201.25,11.125,second\n";
 
