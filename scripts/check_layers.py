@@ -65,6 +65,16 @@ for number, line in enumerate(check.read_text().splitlines(), 1):
     if match and not match.group(1).startswith("core/"):
         complain(check, number, "the checks' header may include core/ only")
 
+# The umbrella header names every public header.
+umbrella = LIBRARY / "zorutils.h"
+named = set(re.findall(r'#include "zorutils/([^"]+)"', umbrella.read_text()))
+for header in sorted(LIBRARY.rglob("*.h")):
+    name = header.relative_to(LIBRARY).as_posix()
+    if "/" in name and not name.startswith("platform/") and "_internal" not in name and name not in named:
+        text = header.read_text()
+        if not any(f'#include "zorutils/{name}"' in (LIBRARY / other).read_text() for other in named):
+            complain(umbrella, 1, f"{name} is missing")
+
 for folder in ("tests", "examples", "fuzz", "benchmarks"):
     for source in sorted((ROOT / folder).rglob("*")):
         if source.suffix not in {".h", ".cpp"} or re.search(r"_(windows|posix)\.", source.name) or "platform" in source.parts:

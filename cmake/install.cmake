@@ -1,0 +1,32 @@
+# What a host application gets: the shared library, its public headers, and a package that
+# find_package(zorutils) finds.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+install(TARGETS zorutils zor_options EXPORT zorutils
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+foreach(folder core zortext formats fs xml zorsys)
+  install(DIRECTORY zorutils/${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zorutils
+    FILES_MATCHING PATTERN "*.h" PATTERN "*_internal.h" EXCLUDE)
+endforeach()
+install(FILES zorutils/zorutils.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zorutils)
+install(FILES zorutils/platform/target.h zorutils/platform/win_types.h
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zorutils/platform)
+if(NOT WIN32)
+  # What a host sets and calls of the port itself: the headers that export something.
+  file(GLOB zor_port_headers CONFIGURE_DEPENDS zorutils/platform/posix/*.h)
+  foreach(header ${zor_port_headers})
+    file(STRINGS ${header} exported REGEX "ZOR_API")
+    if(exported)
+      install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/zorutils/platform/posix)
+    endif()
+  endforeach()
+endif()
+
+set(zor_package ${CMAKE_INSTALL_LIBDIR}/cmake/zorutils)
+install(EXPORT zorutils NAMESPACE zorutils:: FILE zorutilsConfig.cmake DESTINATION ${zor_package})
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/zorutilsConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/zorutilsConfigVersion.cmake DESTINATION ${zor_package})
