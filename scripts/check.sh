@@ -6,6 +6,10 @@ install_check_packages
 
 say "formatting"
 git ls-files '*.h' '*.cpp' '*.c' | xargs clang-format --dry-run --Werror
+say "a second compiler"
+install_linux_packages
+fetch_sources
+build_preset linux-clang
 say "layers"
 python3 scripts/check_layers.py
 say "exports"

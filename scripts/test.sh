@@ -87,6 +87,7 @@ if [ $linux = 1 ]; then
     run_tests "linux de_DE" linux LC_ALL=de_DE.UTF-8
     run_tests "linux code page 1250" linux ZOR_ACP=1250
     run_tests "linux code page 932" linux ZOR_ACP=932
+    ./scripts/test_product.sh linux || failed=1
 fi
 if [ $windows = 1 ]; then
     install_windows_packages
@@ -96,6 +97,8 @@ if [ $windows = 1 ]; then
     run_tests windows windows
     run_zones windows windows
     run_tests "windows de_DE" windows LC_ALL=de_DE.UTF-8
+    ./scripts/test_product.sh windows || failed=1
+    [ $linux = 0 ] || ./scripts/compare_targets.sh || failed=1
 fi
 if [ $sanitize = 1 ]; then
     install_check_packages
@@ -105,7 +108,8 @@ if [ $sanitize = 1 ]; then
     # A request that cannot be met gives null, as it does without the checker.
     run_tests "linux address+undefined" asan ASAN_OPTIONS=allocator_may_return_null=1
     build_preset tsan
-    run_tests "linux thread" tsan
+    run_tests "linux thread" tsan \
+        TSAN_OPTIONS="allocator_may_return_null=1 suppressions=$root/scripts/thread_sanitizer.supp"
 fi
 
 printf '\n'

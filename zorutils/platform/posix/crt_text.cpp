@@ -72,8 +72,8 @@ int wcsncmp(const WCHAR* a, const WCHAR* b, size_t count)
 
 const WCHAR* wcschr(const WCHAR* text, WCHAR unit)
 {
-    // Only as far as the hit: callers walk long texts hit by hit. The terminator can be searched for
-    // as well.
+    // Only as far as the hit: callers walk long texts hit by hit. The terminator can be searched
+    // for as well.
     for (;; ++text) {
         if (*text == unit)
             return text;
