@@ -50,6 +50,9 @@ template <class T>
 void check_row(const Row<T>& row)
 {
     SCOPED_TRACE(row.name);
+    // The first conversion of a process makes its tables.
+    const CZorStringT<WCHAR> first_wide("a");
+    const CZorStringT<char> first_narrow(first_wide.c_str());
     const long live = live_blocks();
     bool failed_once = false;
     for (int n = 1;; ++n) {

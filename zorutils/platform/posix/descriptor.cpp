@@ -13,16 +13,6 @@ constexpr int first_own_descriptor = 3;
 // The system transfers no more than this in one call.
 constexpr size_t most_per_call = 0x40000000;
 
-// A signal that came before anything happened is no failure.
-template <typename Call>
-auto retry_interrupted(Call call)
-{
-    auto result = call();
-    while (result < 0 && errno == EINTR)
-        result = call();
-    return result;
-}
-
 // Not retried: on this system the descriptor is gone even when the close was interrupted, and the
 // number may be someone else's file by then.
 int close_once(int descriptor)

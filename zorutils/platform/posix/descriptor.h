@@ -4,9 +4,20 @@
 
 #include "zorutils/platform/posix/system_calls.h"
 
+#include <errno.h>
 #include <stdint.h>
 
 namespace zor::platform {
+
+// A signal that came before anything happened is no failure.
+template <typename Call>
+auto retry_interrupted(Call call)
+{
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
 
 // Owns one descriptor, or none. Movable only.
 class Descriptor

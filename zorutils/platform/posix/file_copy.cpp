@@ -43,7 +43,8 @@ bool write_copy(const std::string& from, Descriptor target)
 {
     const Descriptor source = open_descriptor(from.c_str(), O_RDONLY | O_NOFOLLOW);
     return source.valid() && copy_content(source.get(), target.get()) &&
-           copy_record(source.get(), target.get()) && system_calls().fsync(target.get()) == 0 &&
+           copy_record(source.get(), target.get()) &&
+           retry_interrupted([&] { return system_calls().fsync(target.get()); }) == 0 &&
            target.close();
 }
 

@@ -158,7 +158,9 @@ BOOL SetEndOfFile(HANDLE handle)
     if (!file || !check_right(*file, FILE_WRITE_DATA))
         return FALSE;
     const off_t position = system_calls().lseek(file->descriptor(), 0, SEEK_CUR);
-    if (position < 0 || system_calls().ftruncate(file->descriptor(), position) != 0)
+    if (position < 0 || retry_interrupted([&] {
+                            return system_calls().ftruncate(file->descriptor(), position);
+                        }) != 0)
         return fail_with_errno(FALSE);
     return TRUE;
 }
@@ -192,5 +194,6 @@ BOOL FlushFileBuffers(HANDLE handle)
     const auto file = handle_as<OpenFile>(handle);
     if (!file || !check_right(*file, FILE_WRITE_DATA | FILE_APPEND_DATA))
         return FALSE;
-    return system_calls().fsync(file->descriptor()) == 0 ? TRUE : fail_with_errno(FALSE);
+    const int result = retry_interrupted([&] { return system_calls().fsync(file->descriptor()); });
+    return result == 0 ? TRUE : fail_with_errno(FALSE);
 }

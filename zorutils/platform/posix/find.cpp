@@ -92,15 +92,20 @@ public:
     {
     }
 
-    // Entries that went away since the folder was read are passed over.
-    bool next(WIN32_FIND_DATAW& data)
+    // ERROR_SUCCESS with the next entry, ERROR_NO_MORE_FILES at the end. Entries that went away
+    // since the folder was read are passed over; one that is there and cannot be looked at is told,
+    // and a caller that goes on gets those behind it.
+    DWORD next(WIN32_FIND_DATAW& data)
     {
         while (m_next < m_names.size()) {
             const Text& name = m_names[m_next++];
+            errno = 0;
             if (fill(data, m_folder + "/" + to_system_name(name), name))
-                return true;
+                return ERROR_SUCCESS;
+            if (errno != ENOENT && errno != 0)
+                return win32_error_of(errno);
         }
-        return false;
+        return ERROR_NO_MORE_FILES;
     }
 
 private:
@@ -188,8 +193,9 @@ HANDLE find_pattern(TextView folder_text, TextView pattern, WIN32_FIND_DATAW& da
     if (!read_folder(folder.path, pattern, names))
         return fail(folder_error());
     auto search = std::make_shared<Search>(folder.path, std::move(names));
-    if (!search->next(data))
-        return fail(ERROR_FILE_NOT_FOUND);
+    const DWORD first = search->next(data);
+    if (first != ERROR_SUCCESS)
+        return fail(first == ERROR_NO_MORE_FILES ? ERROR_FILE_NOT_FOUND : first);
     return add_handle(std::move(search));
 }
 
@@ -216,9 +222,10 @@ BOOL FindNextFileW(HANDLE handle, WIN32_FIND_DATAW* data)
         const auto search = handle_as<Search>(handle);
         if (search == nullptr)
             return FALSE;
-        if (search->next(*data))
+        const DWORD result = search->next(*data);
+        if (result == ERROR_SUCCESS)
             return TRUE;
-        SetLastError(ERROR_NO_MORE_FILES);
+        SetLastError(result);
         return FALSE;
     });
 }

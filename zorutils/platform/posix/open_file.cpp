@@ -165,7 +165,7 @@ struct FileOpening
     {
         if (created || !replaces_content(request.disposition))
             return ERROR_SUCCESS;
-        if (system_calls().ftruncate(descriptor.get(), 0) != 0)
+        if (retry_interrupted([&] { return system_calls().ftruncate(descriptor.get(), 0); }) != 0)
             return win32_error_of(errno);
         if (request.disposition == CREATE_ALWAYS &&
             (request.flags & FILE_ATTRIBUTE_READONLY) != 0 &&
