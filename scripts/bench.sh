@@ -3,7 +3,7 @@
 set -euo pipefail
 . "$(dirname "$0")/common.sh"
 install_linux_packages
-install_packages libbenchmark-dev python3
+install_packages libbenchmark-dev libexpat1-dev python3
 fetch_sources
 mkdir -p build
 cmake --preset linux -B build/bench -DCMAKE_BUILD_TYPE=Release -DZOR_BUILD_BENCHMARKS=ON \

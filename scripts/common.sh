@@ -49,8 +49,40 @@ install_comma_locale() {
     as_root localedef -i de_DE -f UTF-8 de_DE.UTF-8
 }
 
+# download_source PACKAGE WORK: the files of a Debian source package, into WORK/download.
+#
+# Asks the machine's own Debian mirrors, read from apt's configuration. All that apt writes goes to
+# WORK: the system's lists, cache and configuration stay as they are, and no rights are needed.
+download_source() {
+    local package=$1 work=$2 codename apt
+    command -v apt-get >/dev/null || die "apt-get is needed to fetch the sources of $package"
+    mkdir -p "$work"/{sources,lists/partial,archives/partial,download}
+    chmod -R a+rX "$work"
+    # The machine's sources of its own release, asked for source packages in place of binary ones.
+    codename=$(. /etc/os-release && printf %s "${VERSION_CODENAME:?}")
+    cat /etc/apt/sources.list /etc/apt/sources.list.d/*.list 2>/dev/null |
+        grep -E "^deb .*\b$codename" | sed 's/^deb /deb-src /' >"$work/sources/machine.list" || true
+    # In the other form an entry is a paragraph of fields.
+    cat /etc/apt/sources.list.d/*.sources 2>/dev/null |
+        awk -v RS= -v ORS='\n\n' -v codename="$codename" '
+            $0 ~ "Suites:[^\n]*" codename { gsub(/(^|\n)Types:[^\n]*/, "\nTypes: deb-src"); print }' |
+        sed '/^#/d' >"$work/sources/machine.sources" || true
+    apt=(apt-get -qq -o "Dir::Etc::sourcelist=/dev/null" -o "Dir::Etc::sourceparts=$work/sources"
+        -o "Dir::State::Lists=$work/lists" -o "Dir::Cache=$work/archives"
+        -o "APT::Sandbox::User=$(id -un)")
+    say "fetching the sources of $package"
+    "${apt[@]}" update >"$work/log" 2>&1 || true # one dead source doesn't matter if another has it
+    (cd "$work/download" && "${apt[@]}" source --download-only "$package" >>"$work/log" 2>&1) ||
+        { cat "$work/log" >&2; die "$package can't be downloaded"; }
+}
+
 fetch_sources() {
     ./scripts/fetch_dlmalloc.sh
+}
+
+# Boost for the Windows build.
+fetch_windows_sources() {
+    ./scripts/fetch_boost.sh
 }
 
 # Builds one preset, configuring it if needed; further arguments are targets.

@@ -64,8 +64,8 @@ run_tests() {
 # run_zones NAME PRESET: the tests that depend on the time zone, once in each zone.
 run_zones() {
     local name=$1 preset=$2 zone program report reports=()
-    say "tests: $name in five time zones"
-    for zone in UTC Etc/GMT-2 Europe/Prague Asia/Kolkata America/New_York; do
+    say "tests: $name in seven time zones"
+    for zone in UTC Etc/GMT-2 Europe/Prague Asia/Kolkata America/New_York Pacific/Chatham Europe/Moscow; do
         for program in zor_tests zor_internal_tests; do
             report="$root/build/$preset/report-$program-${zone//[^a-zA-Z0-9]/-}.xml"
             run_program "$preset" "$program" "$report" TZ="$zone" ZOR_TEST_ZONE="$zone" \

@@ -35,6 +35,19 @@ void expect_numbered(const zor_vector<CountedItem>& v, int count)
 
 } // namespace
 
+TEST(ZorVector, PopsItsLastItem)
+{
+    zor_vector<Item> items = {"one", "two"};
+    items.pop_back();
+    EXPECT_EQ(items.size(), 1u);
+    EXPECT_EQ(items.back(), "one");
+    items.push_back("three");
+    EXPECT_EQ(items.back(), "three");
+    items.pop_back();
+    items.pop_back();
+    EXPECT_TRUE(items.empty());
+}
+
 TEST(ZorVector, LayoutIsPointerSizeCapacity)
 {
     zor_vector<int> v;

@@ -116,6 +116,9 @@ public:
     }
 
     // Keeps the capacity.
+    // The vector must not be empty.
+    void pop_back() noexcept { m_items[--m_size].~T(); }
+
     void clear() noexcept
     {
         std::destroy_n(m_items, m_size);

@@ -114,6 +114,13 @@ void GetSystemTimeAsFileTime(FILETIME* time)
     *time = file_time_of(static_cast<UINT64>(seconds * units_per_second + now.tv_nsec / 100));
 }
 
+void GetSystemTime(SYSTEMTIME* fields)
+{
+    FILETIME now;
+    GetSystemTimeAsFileTime(&now);
+    FileTimeToSystemTime(&now, fields);
+}
+
 DWORD GetTickCount()
 {
     return static_cast<DWORD>(GetTickCount64());

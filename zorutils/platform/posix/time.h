@@ -40,6 +40,9 @@ BOOL SystemTimeToFileTime(const SYSTEMTIME* fields, FILETIME* time);
 
 void GetSystemTimeAsFileTime(FILETIME* time);
 
+// The same in fields, to the millisecond.
+void GetSystemTime(SYSTEMTIME* fields);
+
 // Milliseconds since the machine's start; the first wraps around at 32 bits.
 DWORD GetTickCount();
 ULONGLONG GetTickCount64();
