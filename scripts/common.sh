@@ -29,6 +29,7 @@ install_packages() {
 install_linux_packages() {
     # binutils for Windows makes the compiled resource files that the port reads.
     install_packages ca-certificates cmake ninja-build g++ ccache libicu-dev libgtest-dev dpkg-dev tzdata \
+        libboost-filesystem1.74-dev libboost-thread1.74-dev \
         binutils-mingw-w64-x86-64 mingw-w64-tools
 }
 

@@ -20,7 +20,7 @@ tar --extract --file "$archive" --directory "$work/source" --strip-components 1
 echo "using gcc : mingw : x86_64-w64-mingw32-g++-posix ;" >"$work/user-config.jam"
 (cd "$work/source" && b2 -q -j2 -d0 --user-config="$work/user-config.jam" \
     --build-dir="$work/build" --prefix="$work/installed" --layout=system --ignore-site-config \
-    --with-filesystem --with-thread toolset=gcc-mingw target-os=windows threadapi=win32 \
+    --with-filesystem --with-thread --with-date_time --with-atomic toolset=gcc-mingw target-os=windows threadapi=win32 \
     address-model=64 architecture=x86 binary-format=pe abi=ms link=shared variant=release \
     threading=multi runtime-link=shared install >"$work/log" 2>&1) ||
     { tail -n 40 "$work/log" >&2; die "Boost can't be built"; }

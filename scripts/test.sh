@@ -92,6 +92,7 @@ fi
 if [ $windows = 1 ]; then
     install_windows_packages
     fetch_sources
+    fetch_windows_sources
     build_preset windows
     start_wine
     run_tests windows windows

@@ -20,6 +20,7 @@
 #include "zorutils/formats/raw_text.h"
 #include "zorutils/formats/text_value.h"
 #include "zorutils/formats/value_lists.h"
+#include "zorutils/fs/FileFunctions.h"
 #include "zorutils/fs/cfile.h"
 #include "zorutils/fs/file_enumerator.h"
 #include "zorutils/fs/file_names.h"

@@ -73,3 +73,31 @@ TEST_F(StreamsOverHandles, NeedAHandle)
 {
     EXPECT_EQ(_open_osfhandle(reinterpret_cast<intptr_t>(INVALID_HANDLE_VALUE), 0), -1);
 }
+
+TEST_F(StreamsOverHandles, OpenByPath)
+{
+    const Wide path = folder.wide("file");
+    EXPECT_EQ(_wfopen(path.c_str(), ZOR_W("rb")), nullptr);
+    FILE* stream = _wfopen(path.c_str(), ZOR_W("wb"));
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(fwrite("one\n", 1, 4, stream), 4u);
+    fclose(stream);
+    EXPECT_EQ(folder.read("file"), "one\n");
+    stream = _wfopen(path.c_str(), ZOR_W("ab"));
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(fwrite("two", 1, 3, stream), 3u);
+    fclose(stream);
+    EXPECT_EQ(folder.read("file"), "one\ntwo");
+    stream = _wfopen(path.c_str(), ZOR_W("r+b"));
+    ASSERT_NE(stream, nullptr);
+    EXPECT_EQ(fgetc(stream), 'o');
+    fseek(stream, 0, SEEK_SET);
+    EXPECT_EQ(fputc('O', stream), 'O');
+    fclose(stream);
+    EXPECT_EQ(folder.read("file"), "One\ntwo");
+    stream = _wfopen(path.c_str(), ZOR_W("wb"));
+    ASSERT_NE(stream, nullptr);
+    fclose(stream);
+    EXPECT_EQ(folder.read("file"), "");
+    EXPECT_EQ(_wfopen(folder.wide("no/ne").c_str(), ZOR_W("wb")), nullptr);
+}

@@ -243,6 +243,29 @@ TEST_F(Files, MovingHasItsErrors)
     EXPECT_TRUE(folder.has("sub2"));
 }
 
+TEST_F(Files, CopyingHasItsErrors)
+{
+    const Wide file = folder.write("file", "f"), other = folder.write("other", "o");
+    std::filesystem::create_directory(folder / "sub");
+    const auto copied = [&](const Wide& from, const Wide& to, BOOL fail_if_exists) {
+        return error_of(CopyFileW(from.c_str(), to.c_str(), fail_if_exists));
+    };
+    EXPECT_EQ(copied(folder.wide("none"), folder.wide("x"), FALSE), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_EQ(copied(folder.wide("no/ne"), folder.wide("x"), FALSE), DWORD{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(copied(file, folder.wide("no/ne"), FALSE), DWORD{ERROR_PATH_NOT_FOUND});
+    EXPECT_EQ(copied(file, other, TRUE), DWORD{ERROR_FILE_EXISTS});
+    EXPECT_EQ(folder.read("other"), "o");
+    EXPECT_EQ(copied(folder.wide("sub"), folder.wide("x"), FALSE), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(copied(file, folder.wide("sub"), FALSE), DWORD{ERROR_ACCESS_DENIED});
+    EXPECT_EQ(copied(file, other, FALSE), 0u);
+    EXPECT_EQ(folder.read("other"), "f");
+    EXPECT_EQ(copied(file, folder.wide("new"), TRUE), 0u);
+    EXPECT_EQ(folder.read("new"), "f");
+    const FileHandle held = open_file(file, GENERIC_READ, 0);
+    EXPECT_EQ(copied(file, folder.wide("x"), FALSE), DWORD{ERROR_SHARING_VIOLATION});
+    EXPECT_FALSE(folder.has("x"));
+}
+
 TEST_F(Files, FoldersAreMadeAndRemoved)
 {
     const Wide sub = folder.wide("sub");

@@ -142,3 +142,27 @@ TEST(GetTickCount, NeverGoesBack)
 }
 
 } // namespace
+
+TEST(FileTimesCompared, ByTheirWholeValue)
+{
+    const FILETIME times[] = {{0, 0}, {1, 0}, {0xFFFFFFFF, 0}, {0, 1}, {5, 0x80000000}};
+    for (int i = 0; i < 5; ++i)
+        for (int j = 0; j < 5; ++j)
+            EXPECT_EQ(CompareFileTime(&times[i], &times[j]), i < j ? -1 : i > j ? 1 : 0);
+}
+
+TEST(SystemTimeNow, IsThatOfTheFileTime)
+{
+    SYSTEMTIME fields;
+    FILETIME before, now, after;
+    GetSystemTimeAsFileTime(&before);
+    GetSystemTime(&fields);
+    GetSystemTimeAsFileTime(&after);
+    ASSERT_TRUE(SystemTimeToFileTime(&fields, &now));
+    // The fields end at milliseconds.
+    const auto ticks = [](const FILETIME& time) {
+        return static_cast<unsigned long long>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+    };
+    EXPECT_GE(ticks(now) + 20000, ticks(before));
+    EXPECT_LE(ticks(now), ticks(after) + 20000);
+}

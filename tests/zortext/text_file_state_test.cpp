@@ -289,7 +289,7 @@ TEST(TextFileState, WideChunksHoldHalfTheBlockAndGoToTheLine)
     Wide line(ZOR_W("kept "));
     file.m_chunkCount = 0;
     file.m_lineWritten = false;
-    for (const WCHAR c : {'1', '2', '3'})
+    for (const WCHAR c : {WCHAR{'1'}, WCHAR{'2'}, WCHAR{'3'}})
         file.putSymbolW(line, c);
     EXPECT_EQ(file.m_chunkCount, 1u);
     EXPECT_EQ(shown(line), "kept 12");

@@ -57,6 +57,7 @@ typedef HANDLE HLOCAL;
 typedef struct HINSTANCE__* HINSTANCE;
 typedef HINSTANCE HMODULE;
 typedef struct HRSRC__* HRSRC;
+typedef struct HWND__* HWND;
 typedef struct HGLOBAL__* HGLOBAL;
 
 #ifndef TRUE

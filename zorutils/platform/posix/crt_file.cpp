@@ -61,6 +61,35 @@ int stream_close(void* cookie)
 
 } // namespace
 
+FILE* _wfopen(const WCHAR* path, const WCHAR* mode)
+{
+    const WCHAR kind = mode == nullptr ? WCHAR{0} : mode[0];
+    bool both = false;
+    for (const WCHAR* letter = mode; letter != nullptr && *letter != 0; ++letter)
+        both = both || *letter == '+';
+    const DWORD access = kind == 'r' ? GENERIC_READ | (both ? GENERIC_WRITE : 0)
+                                     : GENERIC_WRITE | (both ? GENERIC_READ : 0);
+    const DWORD disposition = kind == 'r'   ? OPEN_EXISTING
+                              : kind == 'w' ? CREATE_ALWAYS
+                              : kind == 'a' ? OPEN_ALWAYS
+                                            : 0;
+    if (disposition == 0) {
+        errno = EINVAL;
+        return nullptr;
+    }
+    const HANDLE handle = CreateFileW(path, access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                      disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return nullptr;
+    if (kind == 'a')
+        SetFilePointer(handle, 0, nullptr, FILE_END);
+    const char plain[] = {static_cast<char>(kind), both ? '+' : '\0', '\0'};
+    FILE* const stream = _fdopen(_open_osfhandle(reinterpret_cast<intptr_t>(handle), 0), plain);
+    if (stream == nullptr)
+        CloseHandle(handle);
+    return stream;
+}
+
 int _open_osfhandle(intptr_t handle, int)
 {
     const auto file = reinterpret_cast<HANDLE>(handle);

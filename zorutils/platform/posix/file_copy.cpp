@@ -42,13 +42,16 @@ bool copy_record(int from, int to)
 bool write_copy(const std::string& from, Descriptor target)
 {
     const Descriptor source = open_descriptor(from.c_str(), O_RDONLY | O_NOFOLLOW);
-    return source.valid() && copy_content(source.get(), target.get()) &&
-           copy_record(source.get(), target.get()) &&
-           retry_interrupted([&] { return system_calls().fsync(target.get()); }) == 0 &&
-           target.close();
+    return source.valid() && copy_open_file(source.get(), target.get()) && target.close();
 }
 
 } // namespace
+
+bool copy_open_file(int from, int to)
+{
+    return copy_content(from, to) && copy_record(from, to) &&
+           retry_interrupted([&] { return system_calls().fsync(to); }) == 0;
+}
 
 bool move_by_copy(const std::string& from, const std::string& to, bool replaces)
 {

@@ -146,6 +146,35 @@ BOOL MoveFileW(LPCWSTR from, LPCWSTR to)
     return MoveFileExW(from, to, MOVEFILE_COPY_ALLOWED);
 }
 
+BOOL CopyFileW(LPCWSTR from, LPCWSTR to, BOOL fail_if_exists)
+{
+    const HANDLE source = CreateFileW(from, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                      nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    if (source == INVALID_HANDLE_VALUE)
+        return FALSE;
+    const HANDLE target = CreateFileW(to, GENERIC_WRITE, 0, nullptr,
+                                      fail_if_exists ? CREATE_NEW : CREATE_ALWAYS, 0, nullptr);
+    if (target == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        CloseHandle(source);
+        return fail_with(error, FALSE);
+    }
+    DWORD error = ERROR_SUCCESS;
+    if (!copy_open_file(handle_as<OpenFile>(source)->descriptor(),
+                        handle_as<OpenFile>(target)->descriptor()))
+        error = win32_error_of(errno);
+    CloseHandle(source);
+    if (!CloseHandle(target) && error == ERROR_SUCCESS)
+        error = GetLastError();
+    if (error == ERROR_SUCCESS)
+        return TRUE;
+    // Half a file is worse than none.
+    SystemPath path;
+    if (to_system_path(to, path) == ERROR_SUCCESS)
+        system_calls().unlink(path.path.c_str());
+    return fail_with(error, FALSE);
+}
+
 BOOL CreateDirectoryW(LPCWSTR path, SECURITY_ATTRIBUTES*)
 {
     return without_exceptions(FALSE, [&] {

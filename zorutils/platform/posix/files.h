@@ -107,6 +107,10 @@ BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes);
 // Names and folders (file_names.cpp, temporary_names.cpp).
 BOOL DeleteFileW(LPCWSTR path);
 BOOL MoveFileW(LPCWSTR from, LPCWSTR to);
+
+// Copies a file with its read-only attribute and its times. A copy that fails leaves no target
+// behind, whatever was there before; with `fail_if_exists` an existing target stands, error 80.
+BOOL CopyFileW(LPCWSTR from, LPCWSTR to, BOOL fail_if_exists);
 BOOL MoveFileExW(LPCWSTR from, LPCWSTR to, DWORD flags);
 BOOL CreateDirectoryW(LPCWSTR path, SECURITY_ATTRIBUTES* security);
 BOOL RemoveDirectoryW(LPCWSTR path);

@@ -114,6 +114,13 @@ void GetSystemTimeAsFileTime(FILETIME* time)
     *time = file_time_of(static_cast<UINT64>(seconds * units_per_second + now.tv_nsec / 100));
 }
 
+LONG CompareFileTime(const FILETIME* a, const FILETIME* b)
+{
+    if (a->dwHighDateTime != b->dwHighDateTime)
+        return a->dwHighDateTime < b->dwHighDateTime ? -1 : 1;
+    return a->dwLowDateTime == b->dwLowDateTime ? 0 : a->dwLowDateTime < b->dwLowDateTime ? -1 : 1;
+}
+
 void GetSystemTime(SYSTEMTIME* fields)
 {
     FILETIME now;

@@ -26,6 +26,9 @@ struct TIME_ZONE_INFORMATION
 // -60).
 DWORD GetTimeZoneInformation(TIME_ZONE_INFORMATION* zone);
 
+// -1, 0 or 1 as `a` is before, the same as, or behind `b`.
+LONG CompareFileTime(const FILETIME* a, const FILETIME* b);
+
 // Both shift by the offset that is in force now, whatever `time` is; they never fail, and wrap
 // around.
 BOOL FileTimeToLocalFileTime(const FILETIME* time, FILETIME* local);
