@@ -26,7 +26,14 @@ if(NOT WIN32)
 endif()
 
 set(zor_package ${CMAKE_INSTALL_LIBDIR}/cmake/zorutils)
-install(EXPORT zorutils NAMESPACE zorutils:: FILE zorutilsConfig.cmake DESTINATION ${zor_package})
+install(EXPORT zorutils NAMESPACE zorutils:: FILE zorutilsTargets.cmake DESTINATION ${zor_package})
+# The log's lock stands in a public header.
+file(WRITE ${CMAKE_BINARY_DIR}/zorutilsConfig.cmake "include(CMakeFindDependencyMacro)
+set(Boost_NO_BOOST_CMAKE ON)
+find_dependency(Boost 1.74)
+include(\${CMAKE_CURRENT_LIST_DIR}/zorutilsTargets.cmake)
+")
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/zorutilsConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
-install(FILES ${CMAKE_BINARY_DIR}/zorutilsConfigVersion.cmake DESTINATION ${zor_package})
+install(FILES ${CMAKE_BINARY_DIR}/zorutilsConfig.cmake
+  ${CMAKE_BINARY_DIR}/zorutilsConfigVersion.cmake DESTINATION ${zor_package})

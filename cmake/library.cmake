@@ -62,7 +62,7 @@ else()
 endif()
 
 add_library(zorutils SHARED $<TARGET_OBJECTS:zor_objects>)
-target_link_libraries(zorutils PUBLIC zor_options PRIVATE ${zor_system_libraries})
+target_link_libraries(zorutils PUBLIC zor_options Boost::headers PRIVATE ${zor_system_libraries})
 if(WIN32)
   set_target_properties(zorutils PROPERTIES PREFIX "")
 endif()

@@ -19,7 +19,8 @@ ALLOWED = {
                 "fs/platform_file.h"},
     "formats": {"core", "platform", "zortext", "zorsys/zor_time.h", "fs/platform_file.h",
                 "xml/xml_writer_internal.h"},
-    "fs": {"core", "platform", "zortext", "zorsys/zor_time.h", "zorsys/heap.h"},
+    "fs": {"core", "platform", "zortext", "zorsys/zor_time.h", "zorsys/heap.h",
+           "formats/number_text.h"},
     "xml": {"core", "platform", "zortext", "zorsys/heap.h", "zorsys/library_allocation.h"},
     "zorsys": {"core", "platform", "zortext", "fs", "formats"},
 }

@@ -8,10 +8,11 @@ preset=${1:?linux or windows}
 prefix="$root/build/$preset/installed"
 consumer="$root/build/$preset/consumer"
 case $preset in
-linux) compiler=g++ toolchain=() ;;
+linux) compiler=g++ toolchain=() boost=() ;;
 windows)
-    compiler=x86_64-w64-mingw32-g++-posix
-    toolchain=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake")
+    compiler=x86_64-w64-mingw32-g++-posix boost=(-isystem "$cache/boost/include")
+    toolchain=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake"
+        -DBoost_INCLUDE_DIR="$cache/boost/include")
     ;;
 *) die "linux or windows, not $preset" ;;
 esac
@@ -35,7 +36,7 @@ checked=0
 for snippet in tests/must_not_compile/*.cpp; do
     # On Windows the plain types come with the system's own header, and its calls.
     [[ $preset = windows && $snippet = *_posix.cpp ]] && continue
-    compile=("$compiler" -std=c++17 -Wall -Werror -fsyntax-only -I "$prefix/include" "$snippet")
+    compile=("$compiler" -std=c++17 -Wall -Werror -fsyntax-only -I "$prefix/include" "${boost[@]}" "$snippet")
     "${compile[@]}" -DZOR_CONTROL || die "the control of $snippet does not compile"
     if "${compile[@]}" 2>/dev/null; then die "$snippet compiles"; fi
     checked=$((checked + 1))

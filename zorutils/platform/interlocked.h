@@ -31,5 +31,12 @@ inline void interlocked_store(LONG* word, LONG value)
     __atomic_store_n(word, value, __ATOMIC_RELEASE);
 }
 
+// Stores `value` if the word is `expected`; the word's earlier value.
+inline LONG interlocked_exchange_if(LONG* word, LONG expected, LONG value)
+{
+    __atomic_compare_exchange_n(word, &expected, value, false, __ATOMIC_SEQ_CST, __ATOMIC_SEQ_CST);
+    return expected;
+}
+
 } // namespace platform
 } // namespace zor
