@@ -6,6 +6,8 @@ namespace survey_road {
 
 namespace {
 
+char preferred_delimiter = 0;
+
 // The delimiter of a line: the first of these that divides three values.
 char delimiter_of(const Text& line)
 {
@@ -36,6 +38,11 @@ bool is_heading(const zor_formats::StringArray& values)
     return values.GetSize() >= 3 && !has_digit(values[1]) && !has_digit(values[2]);
 }
 
+void set_list_delimiter(char delimiter)
+{
+    preferred_delimiter = delimiter;
+}
+
 bool ListFile::open(const Text& file)
 {
     return m_text.Open(resolved(file).c_str()) != 0;
@@ -52,7 +59,7 @@ bool ListFile::next()
         if (trimmed.Trim().empty() || trimmed[0] == '#')
             continue;
         if (m_delimiter == 0)
-            m_delimiter = delimiter_of(trimmed);
+            m_delimiter = preferred_delimiter != 0 ? preferred_delimiter : delimiter_of(trimmed);
         // A tab in front is an empty value where tabs divide.
         m_line.TrimRight();
         m_line.TrimLeft(m_delimiter == '\t' ? ZOR_W(" ") : ZOR_W(" \t"));

@@ -6,19 +6,22 @@ namespace survey_road {
 
 namespace {
 
-bool parse_precision(const Text& text, int& precision)
-{
-    if (text.empty() || !zor_formats::is_str_int(text.c_str(), false))
-        return false;
-    return zor_formats::StringToInt(text.c_str(), precision) && precision >= 0 && precision <= 9;
-}
-
 bool is(const Text& argument, const WCHAR* option)
 {
     return argument.Compare(option) == 0;
 }
 
 } // namespace
+
+bool take_precision(const Text& text, std::optional<int>& precision)
+{
+    int value = 0;
+    if (text.empty() || !zor_formats::is_str_int(text.c_str(), false) ||
+        !zor_formats::StringToInt(text.c_str(), value) || value < 0 || value > 9)
+        return false;
+    precision = value;
+    return true;
+}
 
 bool parse_options(const std::vector<Text>& arguments, Options& options, std::string& error)
 {
@@ -31,7 +34,7 @@ bool parse_options(const std::vector<Text>& arguments, Options& options, std::st
         } else if (is(argument, ZOR_W("--"))) {
             only_files = true;
         } else if (is(argument, ZOR_W("--precision"))) {
-            if (!has_value || !parse_precision(arguments[++i], options.precision)) {
+            if (!has_value || !take_precision(arguments[++i], options.precision)) {
                 error = "--precision takes a whole number from 0 to 9";
                 return false;
             }
@@ -47,6 +50,8 @@ bool parse_options(const std::vector<Text>& arguments, Options& options, std::st
             options.bearings = true;
         } else if (is(argument, ZOR_W("--columns"))) {
             options.columns = true;
+        } else if (is(argument, ZOR_W("--log"))) {
+            options.log = true;
         } else if (is(argument, ZOR_W("--timing"))) {
             options.timing = true;
         } else if (is(argument, ZOR_W("--help")) || is(argument, ZOR_W("-h"))) {
@@ -58,7 +63,7 @@ bool parse_options(const std::vector<Text>& arguments, Options& options, std::st
             return false;
         }
     }
-    if (options.files.empty() && !options.help && !options.version) {
+    if (options.files.empty() && !options.help && !options.version && !options.log) {
         error = "no file given";
         return false;
     }
@@ -81,8 +86,11 @@ const char* usage()
            "  --check         only reads and reports\n"
            "  --columns       tells what the columns of any delimited text hold, and reads no "
            "points\n"
+           "  --log           prints where the log of this run is\n"
            "  --timing        prints points per second and MB/s\n"
            "  --help, --version\n"
+           "\n"
+           "Precision and delimiter can also stand in survey_road.ini in the user's folder.\n"
            "\n"
            "exit code: 0 all well; 1 some lines or points were skipped; 2 nothing was read or the\n"
            "job was not written; 3 wrong usage\n";

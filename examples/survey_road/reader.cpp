@@ -10,6 +10,8 @@ namespace {
 
 void message(const Text& file, const std::string& rest)
 {
+    zor_logging::ZOR_TRACE_ALWAYS("%s%s", zor_text::CZorStringT<char>(file.c_str()).c_str(),
+                                  rest.c_str());
     fprintf(stderr, "%s%s\n", utf8(file).c_str(), rest.c_str());
 }
 

@@ -28,6 +28,9 @@ private:
     size_t m_failed = 0;
 };
 
+// The delimiter of every list, or 0 for what each list's first line shows.
+void set_list_delimiter(char delimiter);
+
 // Counts points on the error stream, if that is a terminal.
 class Progress
 {

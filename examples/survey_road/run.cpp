@@ -5,6 +5,7 @@
 #include "console.h"
 #include "options.h"
 #include "output.h"
+#include "preferences.h"
 #include "reader.h"
 
 namespace survey_road {
@@ -33,7 +34,10 @@ void print_timing(double seconds, size_t points, double bytes)
 bool write(const Options& options, const PointSet& points, size_t& lost)
 {
     std::string error;
-    if (write_job(options.out, points, lost, error))
+    const bool written = write_job(options.out, points, lost, error);
+    zor_logging::ZOR_TRACE_ALWAYS(written ? ZOR_W("job written: %s") : ZOR_W("job not written: %s"),
+                                  options.out.c_str());
+    if (written)
         return true;
     fprintf(stderr, "%s: %s\n", utf8(options.out).c_str(), error.c_str());
     return false;
@@ -55,6 +59,14 @@ int run(const std::vector<Text>& arguments)
         return all_well;
     }
 
+    const Preferences preferences = read_preferences();
+    set_list_delimiter(preferences.delimiter);
+    const int precision = options.precision.value_or(preferences.precision.value_or(3));
+    if (options.log)
+        printf("log: %s\n", utf8(zor_logging::getZorMainLogFileName()).c_str());
+    if (options.files.empty())
+        return all_well;
+
     Report report;
     if (options.columns) {
         size_t told = 0;
@@ -73,15 +85,19 @@ int run(const std::vector<Text>& arguments)
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
 
     if (!points.empty() && !options.check) {
-        print_table(points, options.precision);
+        print_table(points, precision);
         puts("");
         if (options.bearings) {
-            print_legs(points, options.precision);
+            print_legs(points, precision);
             puts("");
         }
     }
     if (!points.empty())
-        print_summary(points, options.precision);
+        print_summary(points, precision);
+    zor_logging::ZOR_TRACE_ALWAYS("%u points read from %u files, %u lines or points skipped",
+                                  static_cast<unsigned>(points.size()),
+                                  static_cast<unsigned>(options.files.size()),
+                                  static_cast<unsigned>(report.skipped_count()));
     size_t lost = 0;
     const bool written =
         options.out.empty() || points.empty() || options.check || write(options, points, lost);

@@ -8,8 +8,9 @@
 #include <list>
 #include <string>
 
-#include "tests/support/temp_folder.h"
+#include "tests/support/own_app.h"
 #include "tests/support/text.h"
+#include "zorutils/fs/platform_file.h"
 
 using namespace zor_test;
 namespace fs = std::filesystem;
@@ -27,42 +28,14 @@ namespace {
 class MainLog : public testing::Test
 {
 protected:
-    MainLog()
-    {
-        fs::create_directory(folder / "app");
-        fs::create_directory(folder / "user");
-        const fs::path built = fs::path(ZOR_TEST_LOG_PROGRAM).parent_path();
-        program = folder / "app" / fs::path(ZOR_TEST_LOG_PROGRAM).filename().string();
-        fs::copy_file(ZOR_TEST_LOG_PROGRAM, program);
-        // The library, and on Windows what it needs.
-        for (const auto& entry : fs::directory_iterator(built)) {
-            const std::string name = entry.path().filename().string();
-            if (name.find(".dll") != std::string::npos || name.find("libzorutils.so") == 0)
-                fs::copy(entry.path(), folder / ("app/" + name),
-                         fs::copy_options::overwrite_existing);
-        }
-        user(native(folder / "user"));
-    }
+    MainLog() : app(ZOR_TEST_LOG_PROGRAM), folder(app.folder) {}
 
-    // Says where the user's data is.
-    void user(const std::string& path)
-    {
-        folder.write("app/zor_dir.ini", "[Directories]\r\nUser=" + path + "\r\n");
-    }
-    static std::string native(const fs::path& path)
-    {
-        std::string text = path.string();
-        std::replace(text.begin(), text.end(), '/', '\\');
-        return text;
-    }
-    // What the program prints.
+    void user(const std::string& path) { app.user(path); }
+    static std::string native(const fs::path& path) { return OwnApp::native(path); }
     std::string run(const std::string& arguments)
     {
-        const std::string command = program.string() + " " + arguments + " >" +
-                                    (folder / "out").string() + " 2>" + (folder / "err").string();
-        code = std::system(command.c_str());
-        std::string out = folder.read("out");
-        out.erase(std::remove(out.begin(), out.end(), '\r'), out.end());
+        std::string out = app.run(arguments);
+        code = app.code;
         return out;
     }
     // A log as ASCII, each line without its seconds; zeroes as "~".
@@ -96,7 +69,7 @@ protected:
         EXPECT_NE(at, std::string::npos) << line;
         if (at == std::string::npos)
             return text;
-        EXPECT_EQ(line.substr(start.size(), at - start.size()), native(program));
+        EXPECT_EQ(line.substr(start.size(), at - start.size()), native(app.program));
         EXPECT_EQ(sscanf(line.c_str() + at, " started on %d/%02d/%02d %02d:%02d:%02d UTC", &year,
                          &month, &day, &hour, &minute, &second),
                   6);
@@ -105,8 +78,8 @@ protected:
         return text.substr(line.size() + 1);
     }
 
-    TempFolder folder;
-    fs::path program;
+    OwnApp app;
+    TempFolder& folder;
     int code = 0;
 };
 
@@ -128,12 +101,12 @@ TEST_F(MainLog, FoldersComeFromBesideTheLibrary)
                  "[Directories]\r\nUser=" + native(folder / "user") + "\r\nDocuments=D:\\docs\r\n");
     fs::create_directory(folder / "app/components");
     folder.write("app/components/NotInstalledApp.txt", "GeoidsFolder=D:\\geoids\r\n");
-    const std::string out = run("folders"), app = native(folder / "app");
-    EXPECT_NE(out.find("application=" + native(program) + "\n"), std::string::npos) << out;
-    EXPECT_NE(out.find("exe=" + app + "\n"), std::string::npos) << out;
+    const std::string out = run("folders"), beside = native(folder / "app");
+    EXPECT_NE(out.find("application=" + native(app.program) + "\n"), std::string::npos) << out;
+    EXPECT_NE(out.find("exe=" + beside + "\n"), std::string::npos) << out;
     EXPECT_NE(out.find("root=" + native(folder / "user") + "\n"), std::string::npos) << out;
     EXPECT_NE(out.find("docs=D:\\docs\n"), std::string::npos) << out;
-    EXPECT_NE(out.find("geo=" + app + "\\Geo\\\n"), std::string::npos) << out;
+    EXPECT_NE(out.find("geo=" + beside + "\\Geo\\\n"), std::string::npos) << out;
     EXPECT_NE(out.find("geoids=D:\\geoids\\\n"), std::string::npos) << out;
 }
 
@@ -240,6 +213,21 @@ TEST_F(MainLog, ASlotThatCannotBeOpenedLeavesTheProcessWithoutAFile)
     EXPECT_EQ(run("name"), "log=" + native(folder / "user") + "\\log_program2.log.txt\n");
 }
 
+TEST_F(MainLog, ASlotThatAnotherProcessHasForItselfIsLeftAlone)
+{
+    const Wide path = folder.write("user/log_program1.log.txt", "another's");
+    const base::PlatformFile held = base::CreatePlatformFile(
+        path,
+        base::PLATFORM_FILE_OPEN | base::PLATFORM_FILE_READ | base::PLATFORM_FILE_EXCLUSIVE_READ |
+            base::PLATFORM_FILE_EXCLUSIVE_WRITE,
+        nullptr, nullptr);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(run("record name check"), "log=\n");
+    EXPECT_EQ(code, 0);
+    base::ClosePlatformFile(held);
+    EXPECT_EQ(folder.read("user/log_program1.log.txt"), "another's");
+}
+
 TEST_F(MainLog, ALinkInTheSlotIsNotFollowed)
 {
     folder.write("precious", "content");
@@ -250,6 +238,25 @@ TEST_F(MainLog, ALinkInTheSlotIsNotFollowed)
     run("record");
     EXPECT_EQ(folder.read("precious"), "content");
     EXPECT_EQ(records(1), "; 7 ; a record of 7\n" + finished);
+}
+
+TEST_F(MainLog, TheLibraryIsLoadedAndUnloadedAHundredTimes)
+{
+    fs::path loader = ZOR_TEST_UNLOAD_PROGRAM;
+    const fs::path copy = folder / ("app/" + loader.filename().string());
+    fs::copy_file(loader, copy);
+    app.program = copy;
+    EXPECT_EQ(run("100"), "100 rounds\n");
+    EXPECT_EQ(code, 0);
+    for (int slot = 1; slot <= 10; ++slot) {
+        const std::string bytes =
+            folder.read("user/unload_program" + std::to_string(slot) + ".log.txt");
+        const std::string round = "round " + std::to_string(90 + slot - 1) + "\r\n";
+        EXPECT_NE(bytes.find(utf16(std::basic_string<WCHAR>(round.begin(), round.end()))),
+                  std::string::npos)
+            << slot;
+        EXPECT_NE(bytes.find(utf16(ZOR_W("Logging finished\r\n"))), std::string::npos) << slot;
+    }
 }
 
 TEST_F(MainLog, ABrokenFileOfFoldersIsNoReasonToHang)

@@ -1,6 +1,7 @@
 #include "tests/platform/posix/failing_calls.h"
 
 #include <errno.h>
+#include <signal.h>
 
 #include <filesystem>
 #include <iterator>
@@ -20,6 +21,7 @@ struct Plan
     int left = 0; // calls until the one that fails
     int error = 0;
     bool forever = false;
+    bool killing = false;
     const char* name = nullptr;
 };
 
@@ -59,6 +61,8 @@ struct Wrapper<Field, R (*SystemCalls::*)(A...)>
     {
         if (!fails_now(name))
             return (plan.original.*Field)(arguments...);
+        if (plan.killing)
+            raise(SIGKILL);
         const std::string called = name;
         if (called == "close" || called == "closedir")
             (plan.original.*Field)(arguments...);
@@ -72,7 +76,7 @@ struct Wrapper<Field, R (*SystemCalls::*)(A...)>
 FailingCalls::FailingCalls(int number, int error, Times times)
 {
     SystemCalls& calls = zor::platform::system_calls();
-    plan = Plan{calls, number, error, times == from_then_on, nullptr};
+    plan = Plan{calls, number, error, times == from_then_on, times == killing, nullptr};
 #define WRAP(result, field, arguments)                                                             \
     Wrapper<&SystemCalls::field, decltype(&SystemCalls::field)>::name = #field;                    \
     calls.field = Wrapper<&SystemCalls::field, decltype(&SystemCalls::field)>::call;

@@ -6,15 +6,16 @@
 namespace zor_test {
 
 // From its making to its end every call through the table is counted; the `number`-th one, from 1,
-// fails with `error`, once or from then on. A close that fails has closed, as the system's has. One
-// at a time; other threads must make no calls meanwhile.
+// fails with `error`, once or from then on, or takes the process with it. A close that fails has
+// closed, as the system's has. One at a time; other threads must make no calls meanwhile.
 class FailingCalls
 {
 public:
     enum Times
     {
         once,
-        from_then_on
+        from_then_on,
+        killing // the process ends there and then, as by SIGKILL
     };
     FailingCalls(int number, int error, Times times = once);
     ~FailingCalls();

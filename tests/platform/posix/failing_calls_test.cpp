@@ -4,6 +4,8 @@
 
 #include <errno.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <functional>
 #include <set>
@@ -12,6 +14,7 @@
 #include "tests/support/temp_folder.h"
 #include "zorutils/fs/cfile.h"
 #include "zorutils/fs/platform_file.h"
+#include "zorutils/fs/zor_ini_file.h"
 #include "zorutils/platform/posix/system_error.h"
 #include "zorutils/zortext/text_file.h"
 
@@ -290,6 +293,62 @@ TEST_P(FailingCallsTest, TextFilesEndEarlyAndLeaveNothingOpen)
             return true;
         },
         [](const TempFolder&, bool) {}, false);
+}
+
+TEST_P(FailingCallsTest, SavingSettings)
+{
+    zor_settings::CThreeTupleStore store;
+    store.setValue(ZOR_W("s"), ZOR_W("k"), ZOR_W("v"));
+    walk(
+        [&](const TempFolder& folder) {
+            return zor_settings::saveSettingsAsIni(folder.wide("old").c_str(), store,
+                                                   zor::text_utils::TEXT_ENCODING_ANSI);
+        },
+        [](const TempFolder& folder, bool told) {
+            EXPECT_EQ(folder.read("old"), told ? "[s]\r\nk=v\r\n\r\n" : "old content");
+        },
+        false);
+}
+
+TEST(KilledCalls, SavingSettingsLeavesTheOldFileOrTheNewOne)
+{
+    zor_settings::CThreeTupleStore store;
+    for (int i = 0; i < 20; ++i)
+        store.setValue(ZOR_W("s"), Wide(("k" + std::to_string(i)).c_str()), i);
+    bool old_seen = false, new_seen = false;
+    for (int number = 1;; ++number) {
+        ASSERT_LT(number, 1000);
+        const TempFolder folder;
+        folder.write("settings.ini", "old content");
+        const Wide path = folder.wide("settings.ini");
+        const pid_t child = fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            const FailingCalls calls(number, 0, FailingCalls::killing);
+            const bool saved = zor_settings::saveSettingsAsIni(path.c_str(), store,
+                                                               zor::text_utils::TEXT_ENCODING_ANSI);
+            _exit(saved ? 0 : 1);
+        }
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        const std::string content = folder.read("settings.ini");
+        const bool is_old = content == "old content";
+        EXPECT_TRUE(is_old || (content.size() > 130 && content.substr(0, 5) == "[s]\r\n" &&
+                               content.substr(content.size() - 4) == "\r\n\r\n"))
+            << number << ": " << content;
+        (is_old ? old_seen : new_seen) = true;
+        if (WIFEXITED(status)) {
+            EXPECT_EQ(WEXITSTATUS(status), 0);
+            EXPECT_FALSE(is_old);
+            break;
+        }
+        // What a killed saving left beside it is no obstacle to the next.
+        EXPECT_TRUE(zor_settings::saveSettingsAsIni(path.c_str(), store,
+                                                    zor::text_utils::TEXT_ENCODING_ANSI));
+        EXPECT_FALSE(folder.has("settings.ini.new"));
+    }
+    EXPECT_TRUE(old_seen);
+    EXPECT_TRUE(new_seen);
 }
 
 // What a call ends with when it is told of a device's fault, of rights, and of a full disk.

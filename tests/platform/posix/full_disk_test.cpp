@@ -2,6 +2,7 @@
 #include <errno.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -9,6 +10,7 @@
 #include "tests/support/temp_folder.h"
 #include "zorutils/fs/FileFunctions.h"
 #include "zorutils/fs/file_enumerator.h"
+#include "zorutils/zorsys/zor_logger.h"
 
 using namespace zor_test;
 
@@ -92,6 +94,29 @@ TEST(FullDiskTest, AWriteTellsWhatFailed)
     EXPECT_FALSE(WriteFile(file.get(), bytes.data(), 8192, &done, nullptr));
     EXPECT_NE(GetLastError(), DWORD{ERROR_SUCCESS});
     EXPECT_EQ(done, 0u);
+}
+
+TEST(FullDiskTest, TheLogGoesOnWhenTheDiskIsFreedAgain)
+{
+    const TempFolder folder;
+    if (mount("tmpfs", folder.path().c_str(), "tmpfs", 0, "size=1m") != 0)
+        GTEST_SKIP() << "no disk can be mounted here";
+    {
+        zor_logging::CZorLogger log;
+        ASSERT_TRUE(log.openFile(folder.wide("log").c_str()));
+        const Wide record(std::string(200, 'x').c_str());
+        // Four times what the disk holds, some of it written in part and most not at all.
+        for (int i = 0; i < 10000; ++i)
+            log.logText(7, record);
+        EXPECT_LE(std::filesystem::file_size(folder / "log"), 1u << 20);
+        folder.write("filler", "");
+        std::filesystem::resize_file(folder / "log", 100);
+        log.logText(7, ZOR_W("freed again"));
+        log.flush();
+        EXPECT_NE(folder.read("log").find(utf16(ZOR_W("freed again\r\n"))), std::string::npos);
+    }
+    EXPECT_NE(folder.read("log").find(utf16(ZOR_W("Logging finished\r\n"))), std::string::npos);
+    EXPECT_EQ(umount(folder.path().c_str()), 0);
 }
 
 TEST(MissingRights, AFolderThatCannotBeReadIsEmptyAndTold)

@@ -1,0 +1,63 @@
+#include "preferences.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "console.h"
+#include "options.h"
+
+namespace survey_road {
+
+namespace {
+
+struct DelimiterName
+{
+    const WCHAR* name;
+    char delimiter;
+};
+
+constexpr DelimiterName delimiter_names[] = {
+    {ZOR_W("comma"), ','}, {ZOR_W("semicolon"), ';'}, {ZOR_W("tab"), '\t'}, {ZOR_W("blank"), ' '}};
+
+bool take_delimiter(const Text& text, char& delimiter)
+{
+    const auto* const found =
+        std::find_if(std::begin(delimiter_names), std::end(delimiter_names),
+                     [&](const DelimiterName& row) { return text.CompareNoCase(row.name) == 0; });
+    if (found == std::end(delimiter_names))
+        return false;
+    delimiter = found->delimiter;
+    return true;
+}
+
+} // namespace
+
+Preferences read_preferences()
+{
+    Text path = GetRootDir();
+    path += ZOR_W("\\survey_road.ini");
+    Preferences preferences;
+    if (!FileFuncs::IsFileExist(path))
+        return preferences;
+    const auto complain = [&path](const char* what) {
+        fprintf(stderr, "%s: %s\n", utf8(path).c_str(), what);
+        zor_logging::ZOR_TRACE_ALWAYS("preferences: %s", what);
+    };
+    zor_settings::CThreeTupleStore store;
+    zor::text_utils::EZorTextEncoding encoding;
+    if (!zor_settings::readSettingsAsIni(path.c_str(), store, encoding))
+        complain("a line is no setting; the settings behind it are not used");
+    const Text section(ZOR_W("Preferences"));
+    Text value;
+    if (store.getValue(section, ZOR_W("Precision"), value) &&
+        !take_precision(value, preferences.precision))
+        complain("Precision is a whole number from 0 to 9");
+    if (store.getValue(section, ZOR_W("Delimiter"), value) &&
+        !take_delimiter(value, preferences.delimiter))
+        complain("Delimiter is comma, semicolon, tab or blank");
+    if (store.getValue(section, ZOR_W("Language"), preferences.language))
+        zor_logging::ZOR_TRACE_ALWAYS(ZOR_W("language: %s"), preferences.language.c_str());
+    return preferences;
+}
+
+} // namespace survey_road

@@ -1,0 +1,37 @@
+// Loads the library beside it, logs a record and unloads it, as often as its argument says.
+#include <dlfcn.h>
+#include <limits.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <string>
+
+int main(int count, char** arguments)
+{
+    const int rounds = count > 1 ? atoi(arguments[1]) : 0;
+    char own[PATH_MAX] = {};
+    if (readlink("/proc/self/exe", own, sizeof own - 1) <= 0)
+        return 2;
+    const std::string folder(own, std::string(own).rfind('/'));
+    for (int round = 0; round < rounds; ++round) {
+        void* const library = dlopen((folder + "/libzorutils.so").c_str(), RTLD_NOW | RTLD_LOCAL);
+        if (library == nullptr) {
+            puts(dlerror());
+            return 3;
+        }
+        // zor_logging::ZOR_TRACE_ALWAYS(const char*, ...)
+        const auto trace = reinterpret_cast<void (*)(const char*, ...)>(
+            dlsym(library, "_ZN11zor_logging16ZOR_TRACE_ALWAYSEPKcz"));
+        if (trace == nullptr)
+            return 4;
+        trace("round %d", round);
+        dlclose(library);
+        if (dlopen((folder + "/libzorutils.so").c_str(), RTLD_NOW | RTLD_NOLOAD) != nullptr) {
+            puts("still loaded");
+            return 5;
+        }
+    }
+    printf("%d rounds\n", rounds);
+    return 0;
+}
