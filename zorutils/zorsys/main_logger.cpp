@@ -72,11 +72,15 @@ void log_start(CZorLogger& logger)
     logger.logText(log_mask_always, text);
 }
 
-void finish_main_logger()
+// Ends the log when the library is unloaded, or the process ends.
+struct AtTheEnd
 {
-    if (CZorLogger* const logger = main_logger.load())
-        logger->finish();
-}
+    ~AtTheEnd()
+    {
+        if (CZorLogger* const logger = main_logger.load())
+            logger->finish();
+    }
+};
 
 CZorLogger* make_main_logger()
 {
@@ -92,7 +96,8 @@ CZorLogger* make_main_logger()
         logger->~CZorLogger();
         throw;
     }
-    atexit(finish_main_logger);
+    static const AtTheEnd at_the_end;
+    static_cast<void>(at_the_end);
     return logger;
 }
 
