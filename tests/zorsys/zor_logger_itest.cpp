@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <map>
 #include <memory>
@@ -264,4 +265,28 @@ TEST_F(Logger, RecordsOfManyThreadsAreWholeAndInTheirThreadsOrder)
         at = end + 2;
     }
     EXPECT_EQ(count, threads * records);
+}
+
+TEST_F(Logger, TheStreamHasTheRecordsInTheOrderOfTheFile)
+{
+    ASSERT_TRUE(open());
+    const DebugCapture stream;
+    std::vector<std::thread> all;
+    for (int t = 0; t < 8; ++t)
+        all.emplace_back([t, this] {
+            for (int i = 0; i < 50; ++i)
+                write("thread " + std::to_string(t) + " record " + std::to_string(i));
+        });
+    for (std::thread& thread : all)
+        thread.join();
+    log().flush();
+    std::string shown_lines;
+    for (const std::u16string& text : stream.texts()) {
+        // Other programs may write to the stream too.
+        if (text.find(u" ; 7 ; thread ") != std::u16string::npos)
+            for (const char16_t unit : text)
+                shown_lines += static_cast<char>(unit);
+    }
+    EXPECT_EQ(shown_lines, on_disk());
+    EXPECT_EQ(std::count(shown_lines.begin(), shown_lines.end(), '\n'), 400);
 }
