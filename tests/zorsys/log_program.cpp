@@ -4,6 +4,7 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <exception>
 #include <string>
 #include <thread>
 #include <vector>
@@ -97,7 +98,14 @@ void run(const std::string& what)
         ZOR_TRACE_BIN_ALWAYS("data: ", reinterpret_cast<const unsigned char*>("a\0b"), 3);
     else if (what == "check")
         zor_err_log("a", 7, "oops");
-    else if (what == "flush")
+    else if (what == "enforce") {
+        try {
+            zor_enforce("a", 7, "oops");
+        } catch (const std::exception& failure) {
+            printf("%s\n", failure.what());
+            fflush(stdout);
+        }
+    } else if (what == "flush")
         zor_flush_log();
     else if (what == "threads")
         log_from_threads();

@@ -168,6 +168,12 @@ TEST_F(MainLog, NothingBeforeACheckIsLostWithTheProcess)
     EXPECT_EQ(records(2), "; 7 ; a record of 7\n") << "what came behind the flush was waiting";
 }
 
+TEST_F(MainLog, AFailedEnforcementIsOnTheDiskWhenItIsCaught)
+{
+    EXPECT_EQ(run("record enforce die"), "Error oops\na\n@7\n");
+    EXPECT_EQ(records(1), "; 7 ; a record of 7\n; 7 ; DBGCHK oops a @ 7\n");
+}
+
 TEST_F(MainLog, RecordsBeforeMainAndBehindItsEndAreKept)
 {
     ASSERT_EQ(ZOR_TEST_PUTENV("LOG_PROGRAM_EARLY=1"), 0);
