@@ -18,10 +18,13 @@ struct BoxAnswer::State
     std::vector<std::u16string> texts;
     std::thread thread;
 
-    // The longest text among the box's controls is what it says.
+    // The longest text among the box's controls is what it says; words on buttons are the user's
+    // language's, and don't count.
     static BOOL CALLBACK take_text(HWND control, LPARAM longest)
     {
         wchar_t text[5000];
+        if (GetClassNameW(control, text, 5000) > 0 && lstrcmpiW(text, L"Button") == 0)
+            return TRUE;
         const int length = GetWindowTextW(control, text, 5000);
         auto* const kept = reinterpret_cast<std::u16string*>(longest);
         if (static_cast<size_t>(length) > kept->size())
