@@ -529,3 +529,29 @@ TEST_F(FileFunctions, PathsAreNotShortenedWithoutAWindow)
     EXPECT_EQ(shown(FileFuncs::CompactPath(nullptr, ZOR_W("C:\\data\\job\\p.txt"))),
               "C:\\data\\job\\p.txt");
 }
+
+TEST_F(FileFunctions, ARelativePathBelowAFolderThatIsGoneIsAFailure)
+{
+    const std::filesystem::path before = std::filesystem::current_path();
+    folder.write("from.txt", "text");
+    std::filesystem::create_directory(folder / "gone");
+    std::filesystem::current_path(folder / "gone");
+    std::error_code code;
+    const bool gone = std::filesystem::remove(folder / "gone", code) && !folder.has("gone");
+    UINT64 length = 7;
+    const bool copied = FileFuncs::CopyFromTo(folder.wide("from.txt").c_str(), ZOR_W("to"), true);
+    const bool folders = FileFuncs::IsFolder(ZOR_W("sub")) || FileFuncs::IsFolder(ZOR_W("a.txt"));
+    const bool measured = FileFuncs::GetFileLength(ZOR_W("a.txt"), length);
+    const bool taken =
+        FileFuncs::CopyFromTo(ZOR_W("a.txt"), folder.wide("taken.txt").c_str(), true);
+    std::filesystem::current_path(before);
+    if (!gone)
+        GTEST_SKIP() << "the system keeps the current folder";
+    EXPECT_FALSE(copied);
+    EXPECT_FALSE(folders);
+    EXPECT_FALSE(measured);
+    EXPECT_EQ(length, 7u);
+    EXPECT_FALSE(taken);
+    EXPECT_FALSE(folder.has("taken.txt"));
+    EXPECT_EQ(folder.read("from.txt"), "text");
+}

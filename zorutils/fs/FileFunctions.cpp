@@ -17,6 +17,7 @@ namespace {
 
 namespace fs = boost::filesystem;
 using zor::platform::from_boost_path;
+using zor::platform::to_absolute_path;
 using zor::platform::to_boost_path;
 
 typedef CZorStringT<WCHAR> String;
@@ -30,7 +31,8 @@ bool is_forbidden(WCHAR unit)
 
 fs::file_status status_of(const WCHAR* path, boost::system::error_code& code)
 {
-    return fs::status(fs::absolute(to_boost_path(path)), code);
+    const fs::path absolute = to_absolute_path(path, code);
+    return code ? fs::file_status() : fs::status(absolute, code);
 }
 
 } // namespace
@@ -74,7 +76,7 @@ bool GetFileLength(const WCHAR* path, UINT64& length)
     boost::system::error_code code;
     if (status_of(path, code).type() != fs::regular_file)
         return false;
-    const UINT64 size = fs::file_size(fs::absolute(to_boost_path(path)), code);
+    const UINT64 size = fs::file_size(to_absolute_path(path, code), code);
     if (code)
         return false;
     length = size;

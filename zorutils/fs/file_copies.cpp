@@ -13,6 +13,7 @@ namespace {
 
 namespace fs = boost::filesystem;
 using zor::platform::from_boost_path;
+using zor::platform::to_absolute_path;
 using zor::platform::to_boost_path;
 
 typedef CZorStringT<WCHAR> String;
@@ -32,9 +33,13 @@ bool copy(const WCHAR* from, const WCHAR* to, bool overwrite)
 {
     if (overwrite && exists(to))
         DelFile(to, true);
-    const fs::path source = fs::absolute(to_boost_path(from));
-    const fs::path target = fs::absolute(to_boost_path(to));
     boost::system::error_code code;
+    const fs::path source = to_absolute_path(from, code);
+    if (code)
+        return false;
+    const fs::path target = to_absolute_path(to, code);
+    if (code)
+        return false;
     if (target.has_parent_path() && !fs::is_directory(fs::status(target.parent_path(), code)))
         fs::create_directories(target.parent_path(), code);
     // The system's copy, which keeps what the system keeps and cleans up behind itself; the library

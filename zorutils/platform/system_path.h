@@ -5,6 +5,7 @@
 #pragma once
 
 #include <boost/filesystem/path.hpp>
+#include <boost/system/error_code.hpp>
 #include <string>
 
 #include "zorutils/platform/win_types.h"
@@ -13,6 +14,10 @@ namespace zor::platform {
 
 // An empty path for a text that can be no path.
 boost::filesystem::path to_boost_path(const WCHAR* text);
+
+// The absolute form of such a path. An empty path with an error where the current folder, which it
+// starts from, is gone: Boost's own form of this raises then.
+boost::filesystem::path to_absolute_path(const WCHAR* text, boost::system::error_code& code);
 
 std::basic_string<WCHAR> from_boost_path(const boost::filesystem::path& path);
 
