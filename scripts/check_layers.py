@@ -16,7 +16,7 @@ ALLOWED = {
     "platform": {"core"},
     "core": set(),
     "zortext": {"core", "platform", "zorsys/heap.h", "zorsys/library_allocation.h",
-                "fs/platform_file.h"},
+                "fs/platform_file.h", "fs/mapped_file_internal.h"},
     "formats": {"core", "platform", "zortext", "zorsys/zor_time.h", "fs/platform_file.h",
                 "xml/xml_writer_internal.h"},
     "fs": {"core", "platform", "zortext", "zorsys/zor_time.h", "zorsys/heap.h",

@@ -38,4 +38,8 @@
 #include "zorutils/zortext/resource_modules.h"
 #include "zorutils/zortext/text_file.h"
 #include "zorutils/zortext/text_utils.h"
+#include "zorutils/zortext/xlateTable.h"
+#include "zorutils/zortext/xlateWnd.h"
+#include "zorutils/zortext/xlate_group.h"
 #include "zorutils/zortext/zor_string.h"
+#include "zorutils/zortext/zor_ui.h"

@@ -20,3 +20,13 @@ public:
     // The texts so far, in order.
     std::vector<std::u16string> texts() const;
 };
+
+// How many of the texts end in `record` and its line end, as a record of the log does.
+inline int records(const DebugCapture& capture, const std::u16string& record)
+{
+    const std::u16string line = record + u"\r\n";
+    int count = 0;
+    for (const std::u16string& text : capture.texts())
+        count += text.size() >= line.size() && text.substr(text.size() - line.size()) == line;
+    return count;
+}

@@ -8,17 +8,6 @@
 
 namespace {
 
-// Whether the stream had a text that ends in `record` and its line end.
-bool has_record(const DebugCapture& capture, const std::u16string& record)
-{
-    const std::u16string line = record + u"\r\n";
-    for (const std::u16string& text : capture.texts()) {
-        if (text.size() >= line.size() && text.substr(text.size() - line.size()) == line)
-            return true;
-    }
-    return false;
-}
-
 std::string enforced(const char* file, int line, const char* message)
 {
     try {
@@ -32,14 +21,14 @@ TEST(ZorErrLog, RecordsMessageFileAndLineAndReturns)
 {
     DebugCapture capture;
     zor_logging::zor_err_log("a", 7, "oops");
-    EXPECT_TRUE(has_record(capture, u"DBGCHK oops a @ 7"));
+    EXPECT_EQ(records(capture, u"DBGCHK oops a @ 7"), 1);
 }
 
 TEST(ZorErrLog, LeavesTwoBlanksForAnEmptyMessage)
 {
     DebugCapture capture;
     zor_logging::zor_err_log("fs\\zor_ini_file", 120, "");
-    EXPECT_TRUE(has_record(capture, u"DBGCHK  fs\\zor_ini_file @ 120"));
+    EXPECT_EQ(records(capture, u"DBGCHK  fs\\zor_ini_file @ 120"), 1);
 }
 
 TEST(ZorEnforce, RaisesTheThreeLineText)
@@ -52,7 +41,7 @@ TEST(ZorEnforce, ReportsBeforeItRaises)
 {
     DebugCapture capture;
     EXPECT_THROW(zor_logging::zor_enforce("a", 8, "oops"), std::exception);
-    EXPECT_TRUE(has_record(capture, u"DBGCHK oops a @ 8"));
+    EXPECT_EQ(records(capture, u"DBGCHK oops a @ 8"), 1);
 }
 
 TEST(ZorEnforce, KeepsItsOwnCopyOfTheText)

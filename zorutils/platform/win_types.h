@@ -56,8 +56,11 @@ typedef void* HANDLE;
 typedef HANDLE HLOCAL;
 typedef struct HINSTANCE__* HINSTANCE;
 typedef HINSTANCE HMODULE;
+typedef INT_PTR (*FARPROC)(); // a module's function, to be cast to what it is
 typedef struct HRSRC__* HRSRC;
 typedef struct HWND__* HWND;
+typedef struct HMENU__* HMENU;
+typedef struct HKEY__* HKEY;
 typedef struct HGLOBAL__* HGLOBAL;
 
 #ifndef TRUE

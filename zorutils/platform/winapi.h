@@ -29,5 +29,6 @@
 #include "zorutils/platform/posix/resource.h"
 #include "zorutils/platform/posix/sys_string.h"
 #include "zorutils/platform/posix/time.h"
+#include "zorutils/platform/posix/window.h"
 
 #endif

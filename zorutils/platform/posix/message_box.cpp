@@ -6,27 +6,15 @@
 #include <unistd.h>
 
 #include <fstream>
-#include <mutex>
 #include <string>
 
 #include "zorutils/platform/posix/utf8.h"
+#include "zorutils/platform/posix/window.h"
+#include "zorutils/platform/posix/window_system.h"
 
 using namespace zor::platform;
 
 namespace {
-
-struct Answerer
-{
-    std::mutex mutex;
-    zor::platform::MessageBox box = nullptr;
-    void* context = nullptr;
-};
-
-Answerer& answerer()
-{
-    static Answerer* const one = new Answerer; // lives for ever: boxes are asked for at exit too
-    return *one;
-}
 
 std::string to_utf8(LPCWSTR text)
 {
@@ -56,28 +44,11 @@ int ask_on_terminal(LPCWSTR text, LPCWSTR caption)
 
 } // namespace
 
-int MessageBoxW(HWND, LPCWSTR text, LPCWSTR caption, UINT style)
+int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT style)
 {
-    zor::platform::MessageBox box = nullptr;
-    void* context = nullptr;
-    {
-        const std::lock_guard<std::mutex> guard(answerer().mutex);
-        box = answerer().box;
-        context = answerer().context;
-    }
-    if (box != nullptr)
-        return box(text, caption, style, context);
-    return isatty(STDIN_FILENO) && isatty(STDERR_FILENO) ? ask_on_terminal(text, caption) : IDABORT;
-}
-
-HWND GetActiveWindow()
-{
-    return nullptr;
-}
-
-HWND GetLastActivePopup(HWND owner)
-{
-    return owner;
+    WindowSystem* const system = window_system();
+    return system != nullptr ? system->MessageBoxW(owner, text, caption, style)
+                             : message_box_on_terminal(text, caption, style);
 }
 
 BOOL IsDebuggerPresent()
@@ -95,9 +66,7 @@ void ExitProcess(UINT code)
     exit(static_cast<int>(code));
 }
 
-void zor::platform::set_message_box(MessageBox box, void* context)
+int zor::platform::message_box_on_terminal(LPCWSTR text, LPCWSTR caption, UINT)
 {
-    const std::lock_guard<std::mutex> guard(answerer().mutex);
-    answerer().box = box;
-    answerer().context = context;
+    return isatty(STDIN_FILENO) && isatty(STDERR_FILENO) ? ask_on_terminal(text, caption) : IDABORT;
 }

@@ -1,10 +1,9 @@
 // zorutils/platform/posix/message_box.h: questions to the user, and whether a debugger is attached.
 //
-// A host that has windows answers them itself; without it they go to the terminal if there is one,
+// A window system of the host's answers them; without one they go to the terminal if there is one,
 // and are otherwise answered with the first button.
 #pragma once
 
-#include "zorutils/core/zor_api.h"
 #include "zorutils/platform/win_types.h"
 
 #define MB_ABORTRETRYIGNORE 0x00000002u
@@ -19,9 +18,6 @@
 // Only MB_ABORTRETRYIGNORE is understood.
 int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT style);
 
-HWND GetActiveWindow();
-HWND GetLastActivePopup(HWND owner);
-
 BOOL IsDebuggerPresent();
 
 // Ends the process with its clean-up.
@@ -29,10 +25,7 @@ BOOL IsDebuggerPresent();
 
 namespace zor::platform {
 
-// Answers a box with IDABORT and its kin. The texts are the library's.
-typedef int (*MessageBox)(const WCHAR* text, const WCHAR* caption, UINT style, void* context);
-
-// Sets who answers; null goes back to the terminal. Any thread.
-ZOR_API void set_message_box(MessageBox box, void* context);
+// The answer of the terminal, or of nobody.
+int message_box_on_terminal(LPCWSTR text, LPCWSTR caption, UINT style);
 
 } // namespace zor::platform
