@@ -107,7 +107,8 @@ if [ $sanitize = 1 ]; then
     fetch_sources
     build_preset asan
     # A request that cannot be met gives null, as it does without the checker.
-    run_tests "linux address+undefined" asan ASAN_OPTIONS=allocator_may_return_null=1
+    run_tests "linux address+undefined" asan ASAN_OPTIONS=allocator_may_return_null=1 \
+        LSAN_OPTIONS="suppressions=$root/scripts/leak_sanitizer.supp:print_suppressions=0"
     build_preset tsan
     run_tests "linux thread" tsan \
         TSAN_OPTIONS="allocator_may_return_null=1 suppressions=$root/scripts/thread_sanitizer.supp"

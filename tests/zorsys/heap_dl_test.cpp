@@ -115,7 +115,8 @@ TEST(DlHeap, ServesGreatRequestsFromTheSpace)
     void* small = dlmalloc(1);
     const size_t mappings = dlmallinfo().hblkhd;
     std::vector<void*> blocks;
-    for (const size_t size : {mebibyte, 3 * mebibyte, 8 * mebibyte, 100 * mebibyte}) {
+    for (const size_t size : {mebibyte, 3 * mebibyte, 8 * mebibyte, 16 * mebibyte, 32 * mebibyte,
+                              64 * mebibyte, 100 * mebibyte}) {
         const size_t in_use = dlmallinfo().uordblks;
         blocks.push_back(dlmalloc(size));
         ASSERT_NE(blocks.back(), nullptr);
@@ -127,6 +128,27 @@ TEST(DlHeap, ServesGreatRequestsFromTheSpace)
     for (void* block : blocks)
         dlfree(block);
     dlfree(small);
+}
+
+// When the allocator gives a space back to the system is its own affair; it must not grow by what
+// was released.
+TEST(DlHeap, ReleasedSpacesAreUsedAgain)
+{
+    const size_t in_use = dlmallinfo().uordblks;
+    size_t after_first = 0;
+    for (int round = 0; round < 10; ++round) {
+        std::vector<void*> blocks;
+        for (size_t size = 1; size <= 64 * mebibyte; size *= 2)
+            blocks.push_back(dlmalloc(size));
+        for (void* block : blocks) {
+            ASSERT_NE(block, nullptr);
+            dlfree(block);
+        }
+        EXPECT_EQ(dlmallinfo().uordblks, in_use) << round;
+        if (round == 0)
+            after_first = from_system();
+    }
+    EXPECT_LE(from_system(), after_first + granularity);
 }
 
 TEST(DlHeap, IsSharedByThreads)

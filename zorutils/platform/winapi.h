@@ -26,6 +26,8 @@
 #include "zorutils/platform/posix/message.h"
 #include "zorutils/platform/posix/message_box.h"
 #include "zorutils/platform/posix/module.h"
+#include "zorutils/platform/posix/process.h"
+#include "zorutils/platform/posix/registry.h"
 #include "zorutils/platform/posix/resource.h"
 #include "zorutils/platform/posix/sys_string.h"
 #include "zorutils/platform/posix/time.h"

@@ -1,13 +1,12 @@
 #include "zorutils/zorsys/memory.h"
 
 #include "zorutils/platform/winapi.h"
+#include "zorutils/zorsys/memory_internal.h"
 
 #include <algorithm>
 #include <limits>
 
 namespace MemoryFuncs {
-
-namespace {
 
 MEMORYSTATUS memory_status()
 {
@@ -22,8 +21,6 @@ DWORD in_32_bits(SIZE_T bytes)
     constexpr SIZE_T greatest = std::numeric_limits<DWORD>::max();
     return static_cast<DWORD>(std::min(bytes, greatest));
 }
-
-} // namespace
 
 DWORD GetFreeVirtMemory()
 {

@@ -1,9 +1,14 @@
 #include "zorutils/platform/posix/system_calls.h"
 
+#include <dlfcn.h>
 #include <errno.h>
+#include <spawn.h>
 #include <stdio.h>
 #include <stdlib.h>
+#include <string.h>
 #include <sys/file.h>
+
+#include <initializer_list>
 
 namespace {
 
@@ -21,6 +26,56 @@ int set_blocking(int descriptor)
 {
     const int flags = ::fcntl(descriptor, F_GETFL);
     return flags < 0 ? -1 : ::fcntl(descriptor, F_SETFL, flags & ~O_NONBLOCK);
+}
+
+// Whether the loader's words end in the system's text of an error, in whatever language.
+bool ends_in(const char* words, int error)
+{
+    const char* const text = strerror(error);
+    const size_t length = strlen(words), end = strlen(text);
+    return length >= end && strcmp(words + length - end, text) == 0;
+}
+
+void* load_library(const char* path)
+{
+    void* const handle = ::dlopen(path, RTLD_NOW | RTLD_LOCAL);
+    if (handle != nullptr)
+        return handle;
+    const char* const words = ::dlerror();
+    int reason = ENOEXEC;
+    for (const int error : {ENOENT, ENOMEM, EACCES, EISDIR}) {
+        if (words != nullptr && ends_in(words, error))
+            reason = error;
+    }
+    if (words != nullptr && strstr(words, "undefined symbol") != nullptr)
+        reason = ENOSYS;
+    errno = reason;
+    return nullptr;
+}
+
+int spawn(pid_t* process, const char* path, char* const* arguments)
+{
+    posix_spawn_file_actions_t actions;
+    posix_spawnattr_t attributes;
+    sigset_t none, all;
+    sigemptyset(&none);
+    sigfillset(&all);
+    int error = ::posix_spawn_file_actions_init(&actions);
+    if (error == 0) {
+        error = ::posix_spawnattr_init(&attributes);
+        if (error == 0) {
+            ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+            ::posix_spawnattr_setsigmask(&attributes, &none);
+            ::posix_spawnattr_setsigdefault(&attributes, &all);
+            error = ::posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+            if (error == 0)
+                error = ::posix_spawn(process, path, &actions, &attributes, arguments, environ);
+            ::posix_spawnattr_destroy(&attributes);
+        }
+        ::posix_spawn_file_actions_destroy(&actions);
+    }
+    errno = error;
+    return error == 0 ? 0 : -1;
 }
 
 // A file system without the exclusive rename answers EINVAL: there the test for the new name and
@@ -80,6 +135,9 @@ SystemCalls& system_calls()
         system.closedir = ::closedir;
         system.mmap = ::mmap;
         system.munmap = ::munmap;
+        system.load_library = load_library;
+        system.spawn = spawn;
+        system.waitid = ::waitid;
         return system;
     }();
     return calls;

@@ -9,10 +9,12 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <signal.h>
 #include <stddef.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/types.h>
+#include <sys/wait.h>
 #include <time.h>
 #include <unistd.h>
 
@@ -51,13 +53,19 @@
     CALL(dirent*, readdir, (DIR*))                                                                 \
     CALL(int, closedir, (DIR*))                                                                    \
     CALL(void*, mmap, (void*, size_t, int, int, int, off_t))                                       \
-    CALL(int, munmap, (void*, size_t))
+    CALL(int, munmap, (void*, size_t))                                                             \
+    CALL(void*, load_library, (const char*))                                                       \
+    CALL(int, spawn, (pid_t*, const char*, char* const*))                                          \
+    CALL(int, waitid, (idtype_t, id_t, siginfo_t*, int))
 
 namespace zor::platform {
 
 // duplicate_above(descriptor, least) is fcntl(F_DUPFD_CLOEXEC), set_blocking takes O_NONBLOCK off;
-// rename_new is a rename that fails
-// with EEXIST when the new name is taken. The others are the calls of their names.
+// rename_new is a rename that fails with EEXIST when the new name is taken. load_library is dlopen
+// with a reason in errno: ENOENT if this library or one that it needs is missing, ENOSYS if a
+// function is, ENOMEM, EACCES, and ENOEXEC for all else. spawn runs a program with these arguments,
+// nothing of this process but the standard streams, the environment and the folder, and every
+// signal as the system has it. The others are the calls of their names.
 struct SystemCalls
 {
 #define ZOR_SYSTEM_CALL_FIELD(result, name, arguments) result(*name) arguments;
