@@ -12,6 +12,10 @@ fetch_sources
 build_preset linux-clang
 say "layers"
 python3 scripts/check_layers.py
+say "translations"
+build_preset linux xlate_check
+python3 scripts/list_texts.py build/survey_road.keys.txt
+build/linux/bin/xlate_check --against build/survey_road.keys.txt examples/survey_road/lang/*.txt
 say "exports"
 python3 scripts/check_exports.py
 say "scripts"

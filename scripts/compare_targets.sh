@@ -69,6 +69,8 @@ for file in "${files[@]}"; do
 done
 compare --check -- "${files[@]}" missing.txt
 compare --help
+compare --lang de --bearings -- site.csv halves.txt
+compare --lang cs --columns -- "${files[@]}"
 compare --wrong
 for job in "$work"/linux/job-*; do
     runs=$((runs + 1))

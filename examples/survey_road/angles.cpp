@@ -2,7 +2,7 @@
 
 #include <math.h>
 
-#include "console.h"
+#include "texts.h"
 
 namespace survey_road {
 
@@ -19,8 +19,8 @@ struct AxisFacts
 const AxisFacts& facts_of(Axis axis)
 {
     static const AxisFacts facts[] = {
-        {"latitude", "N or S", ZOR_W("NSns"), ZOR_W("Ss"), 90.0},
-        {"longitude", "E or W", ZOR_W("EWew"), ZOR_W("Ww"), 180.0},
+        {key("latitude"), key("N or S"), ZOR_W("NSns"), ZOR_W("Ss"), 90.0},
+        {key("longitude"), key("E or W"), ZOR_W("EWew"), ZOR_W("Ww"), 180.0},
     };
     return facts[axis == Axis::Latitude ? 0 : 1];
 }
@@ -61,24 +61,24 @@ bool looks_like_angle(const Text& value, Axis axis)
 std::string parse_angle(const Text& value, Axis axis, double& degrees)
 {
     const AxisFacts& facts = facts_of(axis);
-    const std::string subject = std::string("the ") + facts.name;
-    const std::string quoted = ": \"" + utf8(value) + "\"";
+    const std::string subject = tr(facts.name), shown = utf8(value);
     Text text = value;
     text.Trim();
     bool flagged = false;
     if (!zor_formats::CheckDegreeSuffix(text.c_str(), facts.allowed, facts.negative, flagged))
-        return subject + " ends in a letter other than " + facts.letters + quoted;
+        return tr("the {1} ends in a letter other than {2}: \"{3}\"", subject, tr(facts.letters),
+                  shown);
     // The letter goes before the angle is read, so that 5.3S is as far as 5.3 is: 5°30'.
     const bool lettered = is_letter(last_of(text));
     if (lettered)
         text = text.Left(text.GetLength() - 1).TrimRight();
     if (!read_whole(text, degrees))
-        return subject + " is no angle" + quoted;
+        return tr("the {1} is no angle: \"{2}\"", subject, shown);
     if (text[0] == '-' && lettered)
-        return subject + " has a minus and a letter" + quoted;
+        return tr("the {1} has a minus and a letter: \"{2}\"", subject, shown);
     if (fabs(degrees) > facts.limit)
-        return subject + " is beyond " + std::to_string(static_cast<int>(facts.limit)) +
-               " degrees" + quoted;
+        return tr("the {1} is beyond {2} degrees: \"{3}\"", subject,
+                  std::to_string(static_cast<int>(facts.limit)), shown);
     if (flagged)
         degrees = -degrees;
     return std::string();

@@ -6,10 +6,10 @@
 #include <unordered_set>
 
 #include "angles.h"
-#include "console.h"
 #include "list_line.h"
 #include "output.h"
 #include "reader.h"
+#include "texts.h"
 
 namespace survey_road {
 
@@ -54,7 +54,8 @@ struct ColumnFacts
     }
 };
 
-constexpr const char* kind_names[] = {"text", "integer", "real", "empty", "date", "date and time"};
+constexpr const char* kind_names[] = {key("text"),  key("integer"), key("real"),
+                                      key("empty"), key("date"),    key("date and time")};
 
 // The kind of the column: of all its values, or the one that takes them all.
 TTextValType kind_of(const ColumnFacts& column)
@@ -83,15 +84,15 @@ std::string counts_of(const ColumnFacts& column)
         if (column.kinds[kind] == 0)
             continue;
         text += text.empty() ? "" : ", ";
-        text += std::to_string(column.kinds[kind]) + " " + kind_names[kind];
+        text += std::to_string(column.kinds[kind]) + " " + tr(kind_names[kind]);
     }
     return text;
 }
 
 std::string range_of(const ColumnFacts& column)
 {
-    return utf8(zor_formats::DoubleToString(column.least)) + " to " +
-           utf8(zor_formats::DoubleToString(column.most));
+    return tr("{1} to {2}", utf8(zor_formats::DoubleToString(column.least)),
+              utf8(zor_formats::DoubleToString(column.most)));
 }
 
 struct RoleWords
@@ -102,18 +103,18 @@ struct RoleWords
 
 // What surveyors write above such columns.
 constexpr RoleWords role_words[] = {
-    {"name",
+    {key("name"),
      {ZOR_W("name"), ZOR_W("point"), ZOR_W("pt"), ZOR_W("id"), ZOR_W("number"), ZOR_W("no"),
       ZOR_W("nr"), ZOR_W("ptno"), ZOR_W("point name")}},
-    {"northing",
+    {key("northing"),
      {ZOR_W("northing"), ZOR_W("north"), ZOR_W("n"), ZOR_W("y"), ZOR_W("latitude"), ZOR_W("lat")}},
-    {"easting",
+    {key("easting"),
      {ZOR_W("easting"), ZOR_W("east"), ZOR_W("e"), ZOR_W("x"), ZOR_W("longitude"), ZOR_W("lon"),
       ZOR_W("long")}},
-    {"elevation",
+    {key("elevation"),
      {ZOR_W("elevation"), ZOR_W("elev"), ZOR_W("z"), ZOR_W("h"), ZOR_W("height"), ZOR_W("level"),
       ZOR_W("alt"), ZOR_W("altitude")}},
-    {"description",
+    {key("description"),
      {ZOR_W("description"), ZOR_W("desc"), ZOR_W("code"), ZOR_W("note"), ZOR_W("remark")}},
 };
 
@@ -130,7 +131,7 @@ bool take_roles_from_headings(std::vector<ColumnFacts>& columns)
                 });
             if (!named || !column.role.empty())
                 continue;
-            column.role = std::string(role.role) + ": its heading says so";
+            column.role = tr("{1}: its heading says so", tr(role.role));
             any = true;
             break;
         }
@@ -146,20 +147,24 @@ void take_roles_from_values(std::vector<ColumnFacts>& columns)
     });
     auto behind = columns.begin();
     if (name != columns.end()) {
-        name->role = "name: every line has one, and none stands twice";
+        name->role = tr("name: every line has one, and none stands twice");
         behind = name + 1;
     }
-    const char* const roles[] = {"northing", "easting", "elevation"};
-    const char* const places[] = {"first", "second", "third"};
+    const char* const roles[] = {key("northing"), key("easting"), key("elevation")};
+    const char* const places[] = {key("first"), key("second"), key("third")};
     size_t next = 0;
     for (auto column = behind; column != columns.end() && next < 3; ++column) {
         const bool angles = column->filled() > 0 && column->angles == column->filled();
         if ((!angles || next == 2) && !is_number(*column))
             continue;
-        column->role = std::string(roles[next]) + ": " + places[next] + " column of " +
-                       (angles ? "angles" : "numbers") +
-                       (name != columns.end() ? " behind the name" : "") +
-                       (angles ? "" : ", " + range_of(*column));
+        const std::string role = tr(roles[next]), place = tr(places[next]);
+        const std::string range = angles ? std::string() : range_of(*column);
+        column->role =
+            name != columns.end()
+                ? angles ? tr("{1}: {2} column of angles behind the name", role, place)
+                         : tr("{1}: {2} column of numbers behind the name, {3}", role, place, range)
+            : angles ? tr("{1}: {2} column of angles", role, place)
+                     : tr("{1}: {2} column of numbers, {3}", role, place, range);
         ++next;
     }
 }
@@ -168,13 +173,13 @@ const char* delimiter_name(char delimiter)
 {
     switch (delimiter) {
     case '\t':
-        return "tabs";
+        return key("tabs");
     case ';':
-        return "semicolons";
+        return key("semicolons");
     case ',':
-        return "commas";
+        return key("commas");
     default:
-        return "blanks";
+        return key("blanks");
     }
 }
 
@@ -184,7 +189,7 @@ bool print_columns(const Text& file, Report& report)
 {
     ListFile list;
     if (!list.open(file)) {
-        report.failed(file, "cannot be opened");
+        report.failed(file, tr("cannot be opened"));
         return false;
     }
     std::vector<ColumnFacts> columns;
@@ -207,23 +212,26 @@ bool print_columns(const Text& file, Report& report)
         ++lines;
     }
     if (lines == 0) {
-        report.failed(file, "holds no lines of values");
+        report.failed(file, tr("holds no lines of values"));
         return false;
     }
     if (!heading || !take_roles_from_headings(columns))
         take_roles_from_values(columns);
-    printf("%s: %zu lines, divided by %s%s\n", utf8(file).c_str(), lines,
-           delimiter_name(list.delimiter()), heading ? ", with a heading" : "");
-    print_aligned({{"Column", true},
-                   {"Heading", false},
-                   {"Kind", false},
-                   {"Values", false},
-                   {"Looks like", false}},
+    const std::string divided = tr(delimiter_name(list.delimiter())), count = std::to_string(lines);
+    puts((utf8(file) + ": " +
+          (heading ? tr("{1} lines, divided by {2}, with a heading", count, divided)
+                   : tr("{1} lines, divided by {2}", count, divided)))
+             .c_str());
+    print_aligned({{key("Column"), true},
+                   {key("Heading"), false},
+                   {key("Kind"), false},
+                   {key("Values"), false},
+                   {key("Looks like"), false}},
                   columns.size(), [&](size_t i) -> Row {
                       const ColumnFacts& column = columns[i];
                       const bool angles = column.angles > 0 && column.angles == column.filled();
                       return {std::to_string(i + 1), utf8(column.heading),
-                              angles ? "text (angles)" : kind_names[kind_of(column)],
+                              tr(angles ? key("text (angles)") : kind_names[kind_of(column)]),
                               counts_of(column), column.role};
                   });
     return true;

@@ -1,7 +1,7 @@
 #include <string.h>
 
-#include "console.h"
 #include "output.h"
+#include "texts.h"
 
 namespace survey_road {
 
@@ -141,8 +141,10 @@ bool write_points(JobFile& file, const PointSet& points, size_t& lost)
             write_point(file, point, name, description);
         } else {
             ++lost;
-            fprintf(stderr, "point %s is not in the job: the XML dialect cannot carry its text\n",
-                    utf8(name).c_str());
+            fprintf(
+                stderr, "%s\n",
+                tr("point {1} is not in the job: the XML dialect cannot carry its text", utf8(name))
+                    .c_str());
         }
     }
     file.write(CXmlParserBase::CloseTag(job, 0));
@@ -160,7 +162,7 @@ bool write_job(const Text& path, const PointSet& points, size_t& lost, std::stri
     const base::PlatformFile file = base::CreatePlatformFileUnsafe(
         aside, base::PLATFORM_FILE_CREATE_ALWAYS | base::PLATFORM_FILE_WRITE, nullptr, &reason);
     if (file == INVALID_HANDLE_VALUE) {
-        error = "cannot be written";
+        error = tr("cannot be written");
         return false;
     }
     JobFile job(file);
@@ -169,7 +171,7 @@ bool write_job(const Text& path, const PointSet& points, size_t& lost, std::stri
     ok = base::ClosePlatformFile(file) && ok;
     try {
         if (!ok) {
-            error = "could not be written whole";
+            error = tr("could not be written whole");
             base::CFile::Remove(aside.c_str());
             return false;
         }

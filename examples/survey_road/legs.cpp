@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "angles.h"
-#include "console.h"
 #include "output.h"
+#include "texts.h"
 
 namespace survey_road {
 
@@ -31,8 +31,11 @@ void print_legs(const PointSet& points, int precision)
     for (size_t i = 0; i < legs; ++i)
         left_out += points[i].geographic || points[i + 1].geographic;
     if (left_out < legs)
-        print_aligned({{"From", false}, {"To", false}, {"Distance", true}, {"Bearing", true}}, legs,
-                      [&](size_t i) -> Row {
+        print_aligned({{key("From"), false},
+                       {key("To"), false},
+                       {key("Distance"), true},
+                       {key("Bearing"), true}},
+                      legs, [&](size_t i) -> Row {
                           const Point &from = points[i], &to = points[i + 1];
                           if (from.geographic || to.geographic)
                               return {};
@@ -44,9 +47,11 @@ void print_legs(const PointSet& points, int precision)
                                   bearing_of(north, east, seconds)};
                       });
     if (left_out > 0)
-        printf("%zu legs from or to geographic points have no grid bearing\n", left_out);
+        puts(tr("{1} legs from or to geographic points have no grid bearing",
+                std::to_string(left_out))
+                 .c_str());
     if (legs == 0)
-        puts("one point has no leg");
+        puts(tr("one point has no leg").c_str());
 }
 
 } // namespace survey_road

@@ -1,10 +1,37 @@
 #include "options.h"
 
-#include "console.h"
+#include "texts.h"
 
 namespace survey_road {
 
 namespace {
+
+// Each is translated by itself.
+constexpr const char* usage_lines[] = {
+    key("usage: survey_road [options] FILE..."),
+    "",
+    key("Reads survey points, prints them as a table with a summary, and names the next free"),
+    key("point of each series. A file may be a point list (name, northing, easting, elevation,"),
+    key("description, divided by commas, tabs, semicolons or blanks), a LandXML file, or a job"),
+    key("that this program wrote. What a file is is told by its content. In a list a latitude"),
+    key("and a longitude may stand for northing and easting: 50°05'12.5\"N, 50 05 12.5 N."),
+    "",
+    key("  --precision N   decimals in the table, 0 to 9 (3)"),
+    key("  --out JOB.xml   writes the points as a job"),
+    key("  --bearings      prints distance and bearing from each point to the next"),
+    key("  --check         only reads and reports"),
+    key("  --columns       tells what the columns of any delimited text hold, and reads no points"),
+    key("  --lang CODE     the language of the texts: en, de, cs"),
+    key("  --log           prints where the log of this run is"),
+    key("  --timing        prints points per second and MB/s"),
+    key("  --help, --version"),
+    "",
+    key("Precision, delimiter and language can also stand in survey_road.ini in the user's "
+        "folder."),
+    "",
+    key("exit code: 0 all well; 1 some lines or points were skipped; 2 nothing was read or the"),
+    key("job was not written; 3 wrong usage"),
+};
 
 bool is(const Text& argument, const WCHAR* option)
 {
@@ -23,8 +50,12 @@ bool take_precision(const Text& text, std::optional<int>& precision)
     return true;
 }
 
-bool parse_options(const std::vector<Text>& arguments, Options& options, std::string& error)
+bool parse_options(const std::vector<Text>& arguments, Options& options, UsageError& error)
 {
+    for (size_t i = 0; i + 1 < arguments.size() && !is(arguments[i], ZOR_W("--")); ++i) {
+        if (is(arguments[i], ZOR_W("--lang")))
+            options.language = arguments[i + 1];
+    }
     bool only_files = false;
     for (size_t i = 0; i < arguments.size(); ++i) {
         const Text& argument = arguments[i];
@@ -35,15 +66,21 @@ bool parse_options(const std::vector<Text>& arguments, Options& options, std::st
             only_files = true;
         } else if (is(argument, ZOR_W("--precision"))) {
             if (!has_value || !take_precision(arguments[++i], options.precision)) {
-                error = "--precision takes a whole number from 0 to 9";
+                error.text = key("--precision takes a whole number from 0 to 9");
                 return false;
             }
         } else if (is(argument, ZOR_W("--out"))) {
             if (!has_value) {
-                error = "--out takes the name of a file";
+                error.text = key("--out takes the name of a file");
                 return false;
             }
             options.out = arguments[++i];
+        } else if (is(argument, ZOR_W("--lang"))) {
+            if (!has_value) {
+                error.text = key("--lang takes a language, such as de");
+                return false;
+            }
+            ++i;
         } else if (is(argument, ZOR_W("--check"))) {
             options.check = true;
         } else if (is(argument, ZOR_W("--bearings"))) {
@@ -59,41 +96,23 @@ bool parse_options(const std::vector<Text>& arguments, Options& options, std::st
         } else if (is(argument, ZOR_W("--version"))) {
             options.version = true;
         } else {
-            error = "unknown option " + utf8(argument);
+            error = {key("unknown option {1}"), utf8(argument)};
             return false;
         }
     }
     if (options.files.empty() && !options.help && !options.version && !options.log) {
-        error = "no file given";
+        error.text = key("no file given");
         return false;
     }
     return true;
 }
 
-const char* usage()
+std::string usage()
 {
-    return "usage: survey_road [options] FILE...\n"
-           "\n"
-           "Reads survey points, prints them as a table with a summary, and names the next free\n"
-           "point of each series. A file may be a point list (name, northing, easting, elevation,\n"
-           "description, divided by commas, tabs, semicolons or blanks), a LandXML file, or a job\n"
-           "that this program wrote. What a file is is told by its content. In a list a latitude\n"
-           "and a longitude may stand for northing and easting: 50°05'12.5\"N, 50 05 12.5 N.\n"
-           "\n"
-           "  --precision N   decimals in the table, 0 to 9 (3)\n"
-           "  --out JOB.xml   writes the points as a job\n"
-           "  --bearings      prints distance and bearing from each point to the next\n"
-           "  --check         only reads and reports\n"
-           "  --columns       tells what the columns of any delimited text hold, and reads no "
-           "points\n"
-           "  --log           prints where the log of this run is\n"
-           "  --timing        prints points per second and MB/s\n"
-           "  --help, --version\n"
-           "\n"
-           "Precision and delimiter can also stand in survey_road.ini in the user's folder.\n"
-           "\n"
-           "exit code: 0 all well; 1 some lines or points were skipped; 2 nothing was read or the\n"
-           "job was not written; 3 wrong usage\n";
+    std::string text;
+    for (const char* const line : usage_lines)
+        text += (*line == 0 ? std::string() : tr(line)) + '\n';
+    return text;
 }
 
 } // namespace survey_road

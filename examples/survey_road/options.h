@@ -13,6 +13,7 @@ struct Options
 {
     std::vector<Text> files;
     Text out;
+    std::optional<Text> language; // as precision
     std::optional<int> precision; // as given; else the user's preference, else 3
     bool check = false;
     bool bearings = false;
@@ -35,10 +36,17 @@ enum ExitCode
 // Takes a whole number from 0 to 9; false for all else.
 bool take_precision(const Text& text, std::optional<int>& precision);
 
-// False with what is wrong in `error`.
-bool parse_options(const std::vector<Text>& arguments, Options& options, std::string& error);
+// What is wrong with the command line: a text to translate, and what {1} in it is.
+struct UsageError
+{
+    const char* text = nullptr;
+    std::string value;
+};
 
-// The text of --help.
-const char* usage();
+// False with what is wrong in `error`. The language is taken in any case.
+bool parse_options(const std::vector<Text>& arguments, Options& options, UsageError& error);
+
+// The text of --help, in the user's language.
+std::string usage();
 
 } // namespace survey_road

@@ -6,17 +6,17 @@
 #include <string_view>
 #include <vector>
 
-#include "zorutils/zorutils.h"
+#include "../common/console.h"
 
 namespace survey_road {
 
-using Text = zor_text::CZorStringT<WCHAR>;
-using TextView = std::basic_string_view<WCHAR>;
-
-inline TextView view(const Text& text)
-{
-    return TextView(text.c_str(), text.length());
-}
+using host::columns;
+using host::from_utf8;
+using host::is_terminal;
+using host::Text;
+using host::TextView;
+using host::utf8;
+using host::view;
 
 // Where a point is: in a grid, or on the globe.
 struct Position

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-#include "console.h"
 #include "options.h"
+#include "texts.h"
 
 namespace survey_road {
 
@@ -34,30 +34,35 @@ bool take_delimiter(const Text& text, char& delimiter)
 
 Preferences read_preferences()
 {
-    Text path = GetRootDir();
-    path += ZOR_W("\\survey_road.ini");
     Preferences preferences;
+    Text& path = preferences.path;
+    path = GetRootDir();
+    path += ZOR_W("\\survey_road.ini");
     if (!FileFuncs::IsFileExist(path))
         return preferences;
-    const auto complain = [&path](const char* what) {
-        fprintf(stderr, "%s: %s\n", utf8(path).c_str(), what);
-        zor_logging::ZOR_TRACE_ALWAYS("preferences: %s", what);
-    };
     zor_settings::CThreeTupleStore store;
     zor::text_utils::EZorTextEncoding encoding;
     if (!zor_settings::readSettingsAsIni(path.c_str(), store, encoding))
-        complain("a line is no setting; the settings behind it are not used");
+        preferences.complaints.push_back(
+            key("a line is no setting; the settings behind it are not used"));
     const Text section(ZOR_W("Preferences"));
     Text value;
     if (store.getValue(section, ZOR_W("Precision"), value) &&
         !take_precision(value, preferences.precision))
-        complain("Precision is a whole number from 0 to 9");
+        preferences.complaints.push_back(key("Precision is a whole number from 0 to 9"));
     if (store.getValue(section, ZOR_W("Delimiter"), value) &&
         !take_delimiter(value, preferences.delimiter))
-        complain("Delimiter is comma, semicolon, tab or blank");
-    if (store.getValue(section, ZOR_W("Language"), preferences.language))
-        zor_logging::ZOR_TRACE_ALWAYS(ZOR_W("language: %s"), preferences.language.c_str());
+        preferences.complaints.push_back(key("Delimiter is comma, semicolon, tab or blank"));
+    store.getValue(section, ZOR_W("Language"), preferences.language);
     return preferences;
+}
+
+void print_complaints(const Preferences& preferences)
+{
+    for (const char* const complaint : preferences.complaints) {
+        fprintf(stderr, "%s: %s\n", utf8(preferences.path).c_str(), tr(complaint).c_str());
+        zor_logging::ZOR_TRACE_ALWAYS("preferences: %s", complaint);
+    }
 }
 
 } // namespace survey_road

@@ -1,8 +1,8 @@
 // Point lists: name, northing, easting, elevation, description.
 #include "angles.h"
-#include "console.h"
 #include "list_line.h"
 #include "reader.h"
+#include "texts.h"
 
 namespace survey_road {
 
@@ -27,12 +27,11 @@ Text description_of(const Text& line, char delimiter)
 // Empty if the values are a position.
 std::string parse_grid(const StringArray& values, Position& position)
 {
-    const char* const names[] = {"northing", "easting"};
+    const char* const names[] = {key("northing"), key("easting")};
     double* const targets[] = {&position.northing, &position.easting};
     for (int i = 0; i < 2; ++i) {
         if (!parse_number(values[i + 1], *targets[i]))
-            return std::string("the ") + names[i] + " is no number: \"" + utf8(values[i + 1]) +
-                   "\"";
+            return tr("the {1} is no number: \"{2}\"", tr(names[i]), utf8(values[i + 1]));
     }
     return std::string();
 }
@@ -49,9 +48,9 @@ std::string add_point(const ListFile& list, PointSet& points)
 {
     const StringArray& values = list.values();
     if (values.GetSize() < 3)
-        return "too few values: name, northing and easting are needed";
+        return tr("too few values: name, northing and easting are needed");
     if (values[0].empty())
-        return "the name is empty";
+        return tr("the name is empty");
     Position position{};
     const std::string error =
         looks_like_angle(values[1], Axis::Latitude) || looks_like_angle(values[2], Axis::Longitude)
@@ -62,7 +61,7 @@ std::string add_point(const ListFile& list, PointSet& points)
     if (values.GetSize() > 3 && !values[3].empty()) {
         double elevation = 0;
         if (!parse_number(values[3], elevation))
-            return "the elevation is no number: \"" + utf8(values[3]) + "\"";
+            return tr("the {1} is no number: \"{2}\"", tr("elevation"), utf8(values[3]));
         position.elevation = elevation;
     }
     points.add(position, values[0], description_of(list.line(), list.delimiter()));
@@ -75,14 +74,15 @@ void read_list(const Text& file, PointSet& points, Report& report, Progress& pro
 {
     ListFile list;
     if (!list.open(file)) {
-        report.failed(file, "cannot be opened");
+        report.failed(file, tr("cannot be opened"));
         return;
     }
     const size_t before = points.size();
     bool first = true;
     while (list.next()) {
         if (first && is_heading(list.values())) {
-            report.note(file, "line " + std::to_string(list.number()) + " names the columns");
+            report.note(file,
+                        tr("note: line {1} names the columns", std::to_string(list.number())));
         } else {
             const std::string error = add_point(list, points);
             if (!error.empty())
@@ -92,7 +92,7 @@ void read_list(const Text& file, PointSet& points, Report& report, Progress& pro
         first = false;
     }
     if (points.size() == before)
-        report.failed(file, "is no survey file: no points were found");
+        report.failed(file, tr("is no survey file: no points were found"));
 }
 
 } // namespace survey_road

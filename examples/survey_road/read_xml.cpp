@@ -2,8 +2,8 @@
 #include <memory>
 #include <optional>
 
-#include "console.h"
 #include "reader.h"
+#include "texts.h"
 
 namespace survey_road {
 
@@ -60,7 +60,7 @@ void XmlPoints::begin(Kind kind, const Text& attributes, const WCHAR* name_attri
                       const Text& tag)
 {
     if (m_kind != Kind::None)
-        skip("its end is missing");
+        skip(tr("its end is missing"));
     m_kind = kind;
     m_bad = false;
     m_tag = tag;
@@ -76,8 +76,9 @@ void XmlPoints::begin(Kind kind, const Text& attributes, const WCHAR* name_attri
 void XmlPoints::skip(const std::string& text)
 {
     if (!m_bad) {
-        const std::string name = m_name.empty() ? "after point " + std::to_string(m_points.size())
-                                                : "point " + utf8(m_name);
+        const std::string name = m_name.empty()
+                                     ? tr("after point {1}", std::to_string(m_points.size()))
+                                     : tr("point {1}", utf8(m_name));
         m_report.skipped(m_file, name, text);
     }
     m_bad = true;
@@ -89,7 +90,7 @@ void XmlPoints::number(std::optional<double>& target, const Text& value, const c
     if (parse_number(value, number))
         target = number;
     else
-        skip(std::string("the ") + what + " is no number: \"" + utf8(value) + "\"");
+        skip(tr("the {1} is no number: \"{2}\"", tr(what), utf8(value)));
 }
 
 // The text of a LandXML point: northing, easting and, perhaps, elevation, divided by blanks.
@@ -103,22 +104,22 @@ void XmlPoints::coordinates(Text& value)
             numbers.Add(item);
     }
     if (numbers.GetSize() < 2 || numbers.GetSize() > 3) {
-        skip("two or three numbers are needed: \"" + utf8(value) + "\"");
+        skip(tr("two or three numbers are needed: \"{1}\"", utf8(value)));
         return;
     }
-    number(m_northing, numbers[0], "northing");
-    number(m_easting, numbers[1], "easting");
+    number(m_northing, numbers[0], key("northing"));
+    number(m_easting, numbers[1], key("easting"));
     if (numbers.GetSize() == 3)
-        number(m_elevation, numbers[2], "elevation");
+        number(m_elevation, numbers[2], key("elevation"));
 }
 
 void XmlPoints::finish()
 {
     if (!m_bad && m_name.empty())
-        skip("it has no name");
+        skip(tr("it has no name"));
     const bool grid = m_northing && m_easting, geographic = m_latitude && m_longitude;
     if (!m_bad && !grid && !geographic)
-        skip("its coordinates are missing");
+        skip(tr("its coordinates are missing"));
     if (!m_bad && grid)
         m_points.add({*m_northing, *m_easting, m_elevation}, m_name, m_description);
     else if (!m_bad)
@@ -139,15 +140,15 @@ void XmlPoints::token(const Text& tag, const Text& attributes, Text& value)
     } else if (is_text && m_kind == Kind::Job && is(tag, ZOR_W("Desc"))) {
         m_description = value;
     } else if (is_text && m_kind == Kind::Job && is(tag, ZOR_W("Northing"))) {
-        number(m_northing, value, "northing");
+        number(m_northing, value, key("northing"));
     } else if (is_text && m_kind == Kind::Job && is(tag, ZOR_W("Easting"))) {
-        number(m_easting, value, "easting");
+        number(m_easting, value, key("easting"));
     } else if (is_text && m_kind == Kind::Job && is(tag, ZOR_W("Latitude"))) {
-        number(m_latitude, value, "latitude");
+        number(m_latitude, value, key("latitude"));
     } else if (is_text && m_kind == Kind::Job && is(tag, ZOR_W("Longitude"))) {
-        number(m_longitude, value, "longitude");
+        number(m_longitude, value, key("longitude"));
     } else if (is_text && m_kind == Kind::Job && is(tag, ZOR_W("Ellipsoidal"))) {
-        number(m_elevation, value, "elevation");
+        number(m_elevation, value, key("elevation"));
     } else if (is_text || closes_itself(attributes)) {
         return; // a text of no point, or a reference to one
     } else if (is(tag, ZOR_W("CgPoint"))) {
@@ -169,7 +170,7 @@ void XmlPoints::token(const Text& tag, const Text& attributes, Text& value)
 void XmlPoints::end()
 {
     if (m_kind != Kind::None)
-        skip("the file ends inside it");
+        skip(tr("the file ends inside it"));
 }
 
 } // namespace
@@ -179,10 +180,10 @@ void read_xml(const Text& file, PointSet& points, Report& report, Progress& prog
     CXmlParser* opened = nullptr;
     switch (CXmlParser::Initialize(resolved(file), opened)) {
     case CXmlParserBase::RESULT_CANNOT_OPEN:
-        report.failed(file, "cannot be opened");
+        report.failed(file, tr("cannot be opened"));
         return;
     case CXmlParserBase::RESULT_NOT_XML:
-        report.failed(file, "is no survey file: its first line does not say \"xml\"");
+        report.failed(file, tr("is no survey file: its first line does not say \"xml\""));
         return;
     case CXmlParserBase::RESULT_OK:
         break;
@@ -198,7 +199,7 @@ void read_xml(const Text& file, PointSet& points, Report& report, Progress& prog
     }
     reader.end();
     if (points.size() == before && report.skipped_count() == skipped)
-        report.failed(file, "is no survey file: it holds no CgPoint, P or Point");
+        report.failed(file, tr("is no survey file: it holds no CgPoint, P or Point"));
 }
 
 } // namespace survey_road

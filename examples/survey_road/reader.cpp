@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "console.h"
+#include "texts.h"
 
 namespace survey_road {
 
@@ -10,8 +10,7 @@ namespace {
 
 void message(const Text& file, const std::string& rest)
 {
-    zor_logging::ZOR_TRACE_ALWAYS("%s%s", zor_text::CZorStringT<char>(file.c_str()).c_str(),
-                                  rest.c_str());
+    zor_logging::ZOR_TRACE_ALWAYS(ZOR_W("%s%s"), file.c_str(), from_utf8(rest).c_str());
     fprintf(stderr, "%s%s\n", utf8(file).c_str(), rest.c_str());
 }
 
@@ -92,7 +91,7 @@ void Report::failed(const Text& file, const std::string& text)
 
 void Report::note(const Text& file, const std::string& text)
 {
-    message(file, ": note: " + text);
+    message(file, ": " + text);
 }
 
 void Progress::point(size_t count)
@@ -100,7 +99,7 @@ void Progress::point(size_t count)
     constexpr size_t step = 1 << 16;
     if (count % step != 0 || count == 0 || !is_terminal(stderr))
         return;
-    fprintf(stderr, "\r%zu points", count);
+    fprintf(stderr, "\r%s", tr("{1} points", std::to_string(count)).c_str());
     m_shown = true;
 }
 
@@ -137,21 +136,20 @@ void read_file(const Text& file, PointSet& points, Report& report, Progress& pro
 {
     const Glance glance = glance_at(file);
     if (glance.folder) {
-        report.failed(file, "is a folder");
+        report.failed(file, tr("is a folder"));
     } else if (!glance.opened) {
-        report.failed(file, "cannot be opened");
+        report.failed(file, tr("cannot be opened"));
     } else if (resolved(file).Find(ZOR_W("..")) >= 0) {
-        report.failed(file, "cannot be read: the name holds two dots in a row; rename it");
+        report.failed(file, tr("cannot be read: the name holds two dots in a row; rename it"));
     } else if (glance.head.empty()) {
-        report.failed(file, "is empty");
+        report.failed(file, tr("is empty"));
     } else if (!is_utf16(glance) && glance.head.find('\0') != std::string::npos) {
-        report.failed(file, "is no survey file: it holds binary data");
+        report.failed(file, tr("is no survey file: it holds binary data"));
     } else if (first_character(glance) == '<') {
         // The XML reader passes over empty lines, and would for ever behind a lone CR at the end.
         if (ends_in_lone_return(glance))
-            report.failed(file,
-                          "ends in a lone carriage return, which the XML reader does not take; "
-                          "add a line feed");
+            report.failed(file, tr("ends in a lone carriage return, which the XML reader does not "
+                                   "take; add a line feed"));
         else
             read_xml(file, points, report, progress);
     } else {

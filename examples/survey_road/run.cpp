@@ -1,12 +1,11 @@
-#include "run.h"
 
 #include <chrono>
 
-#include "console.h"
 #include "options.h"
 #include "output.h"
 #include "preferences.h"
 #include "reader.h"
+#include "texts.h"
 
 namespace survey_road {
 
@@ -27,8 +26,14 @@ void print_timing(double seconds, size_t points, double bytes)
 {
     if (seconds <= 0)
         seconds = 1e-9;
-    fprintf(stderr, "read %zu points in %.3f s: %.0f points per second, %.1f MB/s\n", points,
-            seconds, static_cast<double>(points) / seconds, bytes / 1e6 / seconds);
+    const auto number = [](double value, int decimals) {
+        return utf8(zor_formats::DoubleToString(value, decimals));
+    };
+    fprintf(stderr, "%s\n",
+            tr("read {1} points in {2} s: {3} points per second, {4} MB/s", std::to_string(points),
+               number(seconds, 3), number(static_cast<double>(points) / seconds, 0),
+               number(bytes / 1e6 / seconds, 1))
+                .c_str());
 }
 
 bool write(const Options& options, const PointSet& points, size_t& lost)
@@ -43,27 +48,34 @@ bool write(const Options& options, const PointSet& points, size_t& lost)
     return false;
 }
 
-} // namespace
-
-int run(const std::vector<Text>& arguments)
+int run_road(const std::vector<Text>& arguments)
 {
-    prepare_console();
+    host::prepare_console();
     Options options;
-    std::string error;
-    if (!parse_options(arguments, options, error)) {
-        fprintf(stderr, "survey_road: %s\n%s", error.c_str(), usage());
+    UsageError error;
+    const bool parsed = parse_options(arguments, options, error);
+    const Preferences preferences = read_preferences();
+    const Text language = options.language.value_or(preferences.language);
+    if (!use_language(language))
+        fprintf(stderr, "survey_road: there is no translation for the language \"%s\"\n",
+                utf8(language).c_str());
+    if (!parsed) {
+        fprintf(stderr, "survey_road: %s\n%s", tr(error.text, error.value).c_str(),
+                usage().c_str());
         return wrong_usage;
     }
     if (options.help || options.version) {
-        fputs(options.help ? usage() : "survey_road " ZORUTILS_VERSION "\n", stdout);
+        fputs(options.help ? usage().c_str() : "survey_road " ZORUTILS_VERSION "\n", stdout);
         return all_well;
     }
 
-    const Preferences preferences = read_preferences();
+    print_complaints(preferences);
+    if (!language.empty())
+        zor_logging::ZOR_TRACE_ALWAYS(ZOR_W("language: %s"), language.c_str());
     set_list_delimiter(preferences.delimiter);
     const int precision = options.precision.value_or(preferences.precision.value_or(3));
     if (options.log)
-        printf("log: %s\n", utf8(zor_logging::getZorMainLogFileName()).c_str());
+        printf("%s\n", tr("log: {1}", utf8(zor_logging::getZorMainLogFileName())).c_str());
     if (options.files.empty())
         return all_well;
 
@@ -105,11 +117,21 @@ int run(const std::vector<Text>& arguments)
     if (options.timing)
         print_timing(elapsed.count(), points.size(), size_of(options.files));
     if (report.skipped_count() + report.failed_count() + lost > 0)
-        fprintf(stderr, "%zu lines or points skipped, %zu files not read, %zu points not written\n",
-                report.skipped_count(), report.failed_count(), lost);
+        fprintf(stderr, "%s\n",
+                tr("{1} lines or points skipped, {2} files not read, {3} points not written",
+                   std::to_string(report.skipped_count()), std::to_string(report.failed_count()),
+                   std::to_string(lost))
+                    .c_str());
     if (points.empty() || !written)
         return nothing_read;
     return report.skipped_count() + report.failed_count() + lost > 0 ? some_skipped : all_well;
 }
 
+} // namespace
+
 } // namespace survey_road
+
+int host::run(const std::vector<Text>& arguments)
+{
+    return survey_road::run_road(arguments);
+}

@@ -4,8 +4,8 @@
 #include <unordered_set>
 
 #include "angles.h"
-#include "console.h"
 #include "output.h"
+#include "texts.h"
 
 namespace survey_road {
 
@@ -25,18 +25,26 @@ struct Range
     }
 };
 
+// A heading and what it is of.
+void print_line(const char* name, const std::string& text)
+{
+    std::string heading = tr(name);
+    heading.append(10 - std::min<size_t>(10, columns(heading)), ' ');
+    printf("%s %s\n", heading.c_str(), text.c_str());
+}
+
 void print_range(const char* name, const Range& range, int precision)
 {
-    printf("%-10s %s to %s (%s)\n", name,
-           utf8(zor_formats::DoubleToString(range.least, precision)).c_str(),
-           utf8(zor_formats::DoubleToString(range.most, precision)).c_str(),
-           utf8(zor_formats::DoubleToString(range.most - range.least, precision)).c_str());
+    print_line(name,
+               tr("{1} to {2} ({3})", utf8(zor_formats::DoubleToString(range.least, precision)),
+                  utf8(zor_formats::DoubleToString(range.most, precision)),
+                  utf8(zor_formats::DoubleToString(range.most - range.least, precision))));
 }
 
 void print_globe_range(const char* name, const Range& range, Axis axis, int precision)
 {
-    printf("%-10s %s to %s\n", name, utf8(globe_text(range.least, axis, precision + 2)).c_str(),
-           utf8(globe_text(range.most, axis, precision + 2)).c_str());
+    print_line(name, tr("{1} to {2}", utf8(globe_text(range.least, axis, precision + 2)),
+                        utf8(globe_text(range.most, axis, precision + 2))));
 }
 
 bool is_digit(WCHAR unit)
@@ -78,10 +86,12 @@ Names collect_names(const PointSet& points)
     for (const Point& point : points) {
         const TextView name = points.name(point);
         if (!names.insert(name).second && ++repeated <= most_told)
-            fprintf(stderr, "the name %s stands more than once\n", utf8(name).c_str());
+            fprintf(stderr, "%s\n", tr("the name {1} stands more than once", utf8(name)).c_str());
     }
     if (repeated > most_told)
-        fprintf(stderr, "and %zu more names stand more than once\n", repeated - most_told);
+        fprintf(stderr, "%s\n",
+                tr("and {1} more names stand more than once", std::to_string(repeated - most_told))
+                    .c_str());
     return names;
 }
 
@@ -122,27 +132,29 @@ void print_summary(const PointSet& points, int precision)
         if (point.has_elevation)
             elevation.add(point.elevation);
     }
-    printf("%zu points\n", points.size());
+    puts(tr("{1} points", std::to_string(points.size())).c_str());
     if (northing.count > 0) {
-        print_range("northing", northing, precision);
-        print_range("easting", easting, precision);
+        print_range(key("northing"), northing, precision);
+        print_range(key("easting"), easting, precision);
     }
     if (latitude.count > 0) {
-        printf("%zu of them geographic\n", latitude.count);
-        print_globe_range("latitude", latitude, Axis::Latitude, precision);
-        print_globe_range("longitude", longitude, Axis::Longitude, precision);
+        puts(tr("{1} of them geographic", std::to_string(latitude.count)).c_str());
+        print_globe_range(key("latitude"), latitude, Axis::Latitude, precision);
+        print_globe_range(key("longitude"), longitude, Axis::Longitude, precision);
     }
     if (elevation.count > 0)
-        print_range("elevation", elevation, precision);
+        print_range(key("elevation"), elevation, precision);
     if (elevation.count < points.size())
-        printf("%zu points have no elevation\n", points.size() - elevation.count);
+        puts(tr("{1} points have no elevation", std::to_string(points.size() - elevation.count))
+                 .c_str());
 
     const Names names = collect_names(points);
     for (const auto& [prefix, series] : collect_series(points)) {
         const Text next = next_free(series.highest, names);
-        const std::string shown = prefix.empty() ? "(numbers)" : utf8(prefix);
-        printf("series %s: %zu points, next free name %s\n", shown.c_str(), series.count,
-               next.empty() ? "none" : utf8(next).c_str());
+        puts(tr("series {1}: {2} points, next free name {3}",
+                prefix.empty() ? tr("(numbers)") : utf8(prefix), std::to_string(series.count),
+                next.empty() ? tr("none") : utf8(next))
+                 .c_str());
     }
 }
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "angles.h"
-#include "console.h"
 #include "output.h"
+#include "texts.h"
 
 namespace survey_road {
 
@@ -32,11 +32,11 @@ void print_row(const std::vector<Column>& table, const Row& row, const std::vect
 
 void print_grid_points(const PointSet& points, int precision)
 {
-    print_aligned({{"Name", false},
-                   {"Northing", true},
-                   {"Easting", true},
-                   {"Elevation", true},
-                   {"Description", false}},
+    print_aligned({{key("Name"), false},
+                   {key("Northing"), true},
+                   {key("Easting"), true},
+                   {key("Elevation"), true},
+                   {key("Description"), false}},
                   points.size(), [&](size_t i) -> Row {
                       const Point& point = points[i];
                       if (point.geographic)
@@ -51,13 +51,13 @@ void print_geographic_points(const PointSet& points, int precision)
 {
     // A second is some 30 m, a degree some 100 km.
     const int seconds = precision + 2, degrees = precision + 6;
-    print_aligned({{"Name", false},
-                   {"Latitude", true},
-                   {"Longitude", true},
-                   {"Degrees N", true},
-                   {"Degrees E", true},
-                   {"Elevation", true},
-                   {"Description", false}},
+    print_aligned({{key("Name"), false},
+                   {key("Latitude"), true},
+                   {key("Longitude"), true},
+                   {key("Degrees N"), true},
+                   {key("Degrees E"), true},
+                   {key("Elevation"), true},
+                   {key("Description"), false}},
                   points.size(), [&](size_t i) -> Row {
                       const Point& point = points[i];
                       if (!point.geographic)
@@ -80,8 +80,8 @@ void print_aligned(const std::vector<Column>& table, size_t count,
     std::vector<size_t> widths;
     Row headings;
     for (const Column& column : table) {
-        headings.push_back(column.heading);
-        widths.push_back(columns(column.heading));
+        headings.push_back(tr(column.heading));
+        widths.push_back(columns(headings.back()));
     }
     // Twice over the rows, so that no table stands in memory.
     for (size_t i = 0; i < count; ++i) {

@@ -14,14 +14,15 @@
 
 namespace zor_test {
 
-// The program lies beside the test program.
-inline std::string program()
+// A program that lies beside the test program.
+inline std::string program(const WCHAR* name)
 {
     Wide own, path;
     base::CFile::GetModuleFileNameW(nullptr, own, true);
     const bool windows = own.Find(ZOR_W(".exe")) > 0;
-    base::CFile::UpdateFileName(own, windows ? ZOR_W("survey_road.exe") : ZOR_W("survey_road"),
-                                path);
+    Wide file = name;
+    file += windows ? ZOR_W(".exe") : ZOR_W("");
+    base::CFile::UpdateFileName(own, file.c_str(), path);
     std::string text(Narrow(path.c_str()).c_str());
     if (!windows)
         std::replace(text.begin(), text.end(), '\\', '/');
@@ -38,9 +39,9 @@ class Road : public testing::Test
 {
 protected:
     // `arguments` with each "@name" replaced by that file of the test's folder.
-    Result run(const std::string& arguments)
+    Result run(const std::string& arguments, const WCHAR* name = ZOR_W("survey_road"))
     {
-        std::string line = program();
+        std::string line = program(name);
         for (const char c : " " + arguments)
             line += c == '@' ? folder.path().string() +
                                    static_cast<char>(std::filesystem::path::preferred_separator)

@@ -1,6 +1,6 @@
 #include "console.h"
 
-namespace survey_road {
+namespace host {
 
 namespace {
 
@@ -36,6 +36,32 @@ std::string utf8(TextView text)
     return out;
 }
 
+Text from_utf8(const std::string& bytes)
+{
+    Text text;
+    const auto* at = reinterpret_cast<const unsigned char*>(bytes.c_str());
+    while (*at != 0) {
+        const int following = *at < 0x80 ? 0 : *at >= 0xF0 ? 3 : *at >= 0xE0 ? 2 : 1;
+        unsigned long character = following == 0 ? *at : *at & (0x3Fu >> following);
+        bool valid = *at < 0x80 || (*at >= 0xC2 && *at < 0xF5);
+        for (int i = 1; valid && i <= following; ++i) {
+            valid = (at[i] & 0xC0) == 0x80;
+            character = character << 6 | (at[i] & 0x3Fu);
+        }
+        if (!valid) {
+            text += static_cast<WCHAR>(0xDC00 + *at++);
+        } else if (character < 0x10000) {
+            text += static_cast<WCHAR>(character);
+            at += following + 1;
+        } else {
+            text += static_cast<WCHAR>(0xD800 + ((character - 0x10000) >> 10));
+            text += static_cast<WCHAR>(0xDC00 + ((character - 0x10000) & 0x3FF));
+            at += following + 1;
+        }
+    }
+    return text;
+}
+
 size_t columns(std::string_view utf8_text)
 {
     size_t count = 0;
@@ -44,4 +70,4 @@ size_t columns(std::string_view utf8_text)
     return count;
 }
 
-} // namespace survey_road
+} // namespace host

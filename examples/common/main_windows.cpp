@@ -3,9 +3,8 @@
 #include <windows.h>
 
 #include "console.h"
-#include "run.h"
 
-namespace survey_road {
+namespace host {
 
 bool is_terminal(FILE* stream)
 {
@@ -17,12 +16,12 @@ void prepare_console()
     SetConsoleOutputCP(CP_UTF8);
 }
 
-} // namespace survey_road
+} // namespace host
 
 int wmain(int argc, wchar_t** argv)
 {
-    std::vector<survey_road::Text> arguments;
+    std::vector<host::Text> arguments;
     for (int i = 1; i < argc; ++i)
         arguments.push_back(argv[i]);
-    return survey_road::run(arguments);
+    return host::run(arguments);
 }
