@@ -33,6 +33,8 @@ public:
         return zor_test::Wide(m_path.string<WCHAR>().c_str());
     }
 
+    std::string path() const { return m_path.string(); }
+
 private:
     std::filesystem::path m_path;
 };

@@ -20,6 +20,7 @@ void names(const unsigned char* data, size_t size);
 void text_file(const unsigned char* data, size_t size);
 void xml(const unsigned char* data, size_t size);
 void resources(const unsigned char* data, size_t size);
+void translations(const unsigned char* data, size_t size);
 
 struct Property
 {
@@ -28,8 +29,9 @@ struct Property
 };
 
 constexpr Property all_properties[] = {
-    {"numbers", numbers},     {"angles", angles}, {"names", names},
-    {"text_file", text_file}, {"xml", xml},       {"resources", resources},
+    {"numbers", numbers},           {"angles", angles}, {"names", names},
+    {"text_file", text_file},       {"xml", xml},       {"resources", resources},
+    {"translations", translations},
 };
 
 inline void require(bool holds, const char* promise)

@@ -45,7 +45,7 @@ protected:
 
 TEST_F(Launching, ExitCodesAreTold)
 {
-    for (const DWORD expected : {0, 3, 1, 77}) {
+    for (const DWORD expected : {0u, 3u, 1u, 77u}) {
         DWORD code = 1000;
         EXPECT_TRUE(run("exit " + std::to_string(expected), code)) << expected;
         EXPECT_EQ(code, expected);

@@ -21,8 +21,8 @@ public:
 private:
     HWND m_window;
     void* m_context = nullptr;
-    void* m_font = nullptr; // the one that was selected before
-    int m_width = 0;
+    [[maybe_unused]] void* m_font = nullptr; // the one that was selected before
+    [[maybe_unused]] int m_width = 0;
 };
 
 } // namespace zor::platform

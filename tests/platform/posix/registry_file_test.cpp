@@ -147,6 +147,8 @@ TEST_F(RegistryFile, NothingOfABrokenFileIsTaken)
         "[HKEY_LOCAL_MACHINE\\K",
         "[HKEY_LOCAL_MACHINE\\K] x",
         "[HKEY_NOWHERE\\K]",
+        "[HKEY_LOCAL_MACHINE\\a\\\\b]",
+        "[HKEY_LOCAL_MACHINE\\\\b]",
         "[]",
         "words",
     };

@@ -148,7 +148,9 @@ private:
         const auto* const found =
             std::find_if(std::begin(root_names), std::end(root_names),
                          [&](const RootName& row) { return root == row.name; });
-        if (found == std::end(root_names) || !end_of_line())
+        // A name is never empty: two backslashes in a row are no path.
+        if (found == std::end(root_names) || !end_of_line() || path.substr(0, 1) == u"\\" ||
+            path.find(u"\\\\") != TextView::npos)
             return false;
         RegistryKey& key = registry.roots[found->root];
         m_removed = removes;
