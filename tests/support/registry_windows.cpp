@@ -8,7 +8,11 @@ TestRegistry::TestRegistry(const std::string& text)
 {
     m_folder.write("registry.reg", export_file(wide_of(text)));
     const std::string command = "regedit /S " + (m_folder / "registry.reg").string();
-    EXPECT_EQ(std::system(command.c_str()), 0);
+    // Wine now and then fails to start a program.
+    int result = 1;
+    for (int i = 0; i < 5 && result != 0; ++i)
+        result = std::system(command.c_str());
+    EXPECT_EQ(result, 0);
 }
 
 TestRegistry::~TestRegistry()
