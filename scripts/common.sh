@@ -35,7 +35,8 @@ install_linux_packages() {
 
 install_windows_packages() {
     install_linux_packages
-    install_packages g++-mingw-w64-x86-64-posix googletest wine wine64 xvfb xauth
+    # clang compiles the frames that catch faults.
+    install_packages g++-mingw-w64-x86-64-posix clang googletest wine wine64 xvfb xauth
 }
 
 install_check_packages() {
@@ -96,6 +97,21 @@ build_preset() {
     cmake --preset "$preset" >"build/$preset.log" 2>&1 ||
         { cat "build/$preset.log"; die "configuring $preset failed"; }
     cmake --build "build/$preset" "${targets[@]}"
+}
+
+# A small disk for the tests that fill one up; without the rights to make it they are skipped.
+mount_small_disk() {
+    small_disk="$cache/small_disk"
+    mkdir -p "$small_disk"
+    if mountpoint -q "$small_disk" || as_root mount -t tmpfs -o size=2m,mode=777 tmpfs "$small_disk" 2>/dev/null; then
+        export ZOR_TEST_SMALL_DISK="$small_disk"
+    else
+        say "no small disk can be mounted: tests of a full one are skipped"
+    fi
+}
+
+unmount_small_disk() {
+    [ -n "${small_disk:-}" ] && as_root umount "$small_disk" 2>/dev/null || true
 }
 
 # Wine with a display of its own: a server that starts without one has no windows for its life.

@@ -56,6 +56,7 @@ typedef void* HANDLE;
 typedef HANDLE HLOCAL;
 typedef struct HINSTANCE__* HINSTANCE;
 typedef HINSTANCE HMODULE;
+#define WINAPI
 typedef INT_PTR (*FARPROC)(); // a module's function, to be cast to what it is
 typedef struct HRSRC__* HRSRC;
 typedef struct HWND__* HWND;
@@ -123,5 +124,26 @@ union LARGE_INTEGER {
     } u;
     LONGLONG QuadPart;
 };
+
+// A fault. The codes are those of Windows.
+struct EXCEPTION_RECORD
+{
+    DWORD ExceptionCode;
+    DWORD ExceptionFlags;
+    EXCEPTION_RECORD* ExceptionRecord;
+    PVOID ExceptionAddress;
+    DWORD NumberParameters;
+    ULONG_PTR ExceptionInformation[15]; // of a wild access: 0 read, 1 write, 8 execute; the address
+};
+
+// The registers at the fault: a ucontext_t of the system.
+struct CONTEXT;
+
+struct _EXCEPTION_POINTERS
+{
+    EXCEPTION_RECORD* ExceptionRecord;
+    CONTEXT* ContextRecord;
+};
+typedef _EXCEPTION_POINTERS EXCEPTION_POINTERS;
 
 #endif

@@ -9,6 +9,7 @@
 
 #ifdef _WIN32
 
+#include <dbghelp.h>
 #include <oleauto.h>
 #include <shlobj.h>
 
@@ -25,11 +26,13 @@
 #include "zorutils/platform/posix/memory.h"
 #include "zorutils/platform/posix/message.h"
 #include "zorutils/platform/posix/message_box.h"
+#include "zorutils/platform/posix/minidump.h"
 #include "zorutils/platform/posix/module.h"
 #include "zorutils/platform/posix/process.h"
 #include "zorutils/platform/posix/registry.h"
 #include "zorutils/platform/posix/resource.h"
 #include "zorutils/platform/posix/sys_string.h"
+#include "zorutils/platform/posix/thread.h"
 #include "zorutils/platform/posix/time.h"
 #include "zorutils/platform/posix/window.h"
 

@@ -64,7 +64,7 @@ struct Wrapper<Field, R (*SystemCalls::*)(A...)>
         if (plan.killing)
             raise(SIGKILL);
         const std::string called = name;
-        if (called == "close" || called == "closedir")
+        if (called == "close")
             (plan.original.*Field)(arguments...);
         errno = plan.error;
         return failure<R>();

@@ -2,10 +2,10 @@
 
 #include "zorutils/platform/posix/codepage.h"
 #include "zorutils/platform/posix/debug_stream.h"
+#include "zorutils/platform/posix/fault_mutex.h"
 #include "zorutils/platform/posix/last_error.h"
 #include "zorutils/platform/posix/utf8.h"
 
-#include <mutex>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -21,7 +21,7 @@ struct Sink
     void* context;
 };
 
-std::mutex g_sink_mutex;
+zor::platform::FaultMutex g_sink_mutex;
 Sink g_sink = {nullptr, nullptr};
 thread_local bool t_in_stream = false;
 
@@ -48,7 +48,7 @@ DebugStream stream_of_environment()
 
 void zor::platform::set_debug_stream(DebugStream stream, void* context)
 {
-    const std::lock_guard<std::mutex> lock(g_sink_mutex);
+    const zor::platform::FaultLock lock(g_sink_mutex);
     g_sink = {stream, context};
 }
 
@@ -56,7 +56,7 @@ void OutputDebugStringW(LPCWSTR text)
 {
     if (t_in_stream)
         return;
-    const std::lock_guard<std::mutex> lock(g_sink_mutex);
+    const zor::platform::FaultLock lock(g_sink_mutex);
     const DebugStream stream = g_sink.stream ? g_sink.stream : stream_of_environment();
     if (!stream)
         return;

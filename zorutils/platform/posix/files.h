@@ -15,6 +15,7 @@
 //               write and the last change; SetFileTime leaves it as it is
 #pragma once
 
+#include "zorutils/platform/posix/wait.h"
 #include "zorutils/platform/win_types.h"
 
 #define GENERIC_READ 0x80000000u
@@ -81,10 +82,9 @@ struct BY_HANDLE_FILE_INFORMATION
     DWORD nFileIndexLow;
 };
 
-// Opening and closing (open_file.cpp, files.cpp). CloseHandle closes handles of every kind.
+// Opening (open_file.cpp, files.cpp); CloseHandle stands in wait.h.
 HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
                    DWORD disposition, DWORD flags, HANDLE model);
-BOOL CloseHandle(HANDLE handle);
 
 // Content and position (files.cpp).
 BOOL ReadFile(HANDLE file, void* buffer, DWORD count, DWORD* done, OVERLAPPED* overlapped);

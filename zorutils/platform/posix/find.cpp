@@ -1,5 +1,6 @@
 #include "zorutils/platform/posix/find.h"
 
+#include <dirent.h>
 #include <errno.h>
 #include <unicode/uchar.h>
 
@@ -7,11 +8,11 @@
 #include <memory>
 #include <vector>
 
+#include "zorutils/platform/posix/descriptor.h"
 #include "zorutils/platform/posix/file_status.h"
 #include "zorutils/platform/posix/handle_table.h"
 #include "zorutils/platform/posix/last_error.h"
 #include "zorutils/platform/posix/path_text.h"
-#include "zorutils/platform/posix/system_calls.h"
 #include "zorutils/platform/posix/system_error.h"
 
 using namespace zor::platform;
@@ -114,31 +115,37 @@ private:
     size_t m_next = 0;
 };
 
-struct FolderClose
+// The name as text if it matches.
+void take_name(std::string_view bytes, TextView pattern, std::vector<Text>& names)
 {
-    void operator()(DIR* folder) const { system_calls().closedir(folder); }
-};
+    // The two folders' own entries are no names of files: their dots stay as they are.
+    Text name =
+        bytes == "." || bytes == ".." ? Text(bytes.begin(), bytes.end()) : from_system_name(bytes);
+    if (matches(pattern, name))
+        names.push_back(std::move(name));
+}
 
 // The names in a folder that match, sorted. False with errno set on failure.
 bool read_folder(const std::string& path, TextView pattern, std::vector<Text>& names)
 {
-    const std::unique_ptr<DIR, FolderClose> folder(system_calls().opendir(path.c_str()));
-    if (folder == nullptr)
+    // Not by opendir: a folder must be read while the C library's heap is out of reach, too.
+    const Descriptor folder = open_descriptor(path.c_str(), O_RDONLY | O_DIRECTORY);
+    if (!folder.valid())
         return false;
+    alignas(dirent64) char block[16384];
     for (;;) {
-        errno = 0;
-        const dirent* const entry = system_calls().readdir(folder.get());
-        if (entry == nullptr)
+        const ssize_t length = retry_interrupted(
+            [&] { return system_calls().getdents64(folder.get(), block, sizeof block); });
+        if (length < 0)
+            return false;
+        if (length == 0)
             break;
-        const std::string_view bytes = entry->d_name;
-        // The two folders' own entries are no names of files: their dots stay as they are.
-        Text name = bytes == "." || bytes == ".." ? Text(bytes.begin(), bytes.end())
-                                                  : from_system_name(bytes);
-        if (matches(pattern, name))
-            names.push_back(std::move(name));
+        for (ssize_t at = 0; at < length;) {
+            const auto* const entry = reinterpret_cast<const dirent64*>(block + at);
+            take_name(entry->d_name, pattern, names);
+            at += entry->d_reclen;
+        }
     }
-    if (errno != 0)
-        return false;
     std::sort(names.begin(), names.end(), comes_before);
     return true;
 }

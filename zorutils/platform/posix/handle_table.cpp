@@ -1,6 +1,6 @@
 #include "zorutils/platform/posix/handle_table.h"
+#include "zorutils/platform/posix/fault_mutex.h"
 
-#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -16,7 +16,7 @@ struct Slot
 
 struct Table
 {
-    std::mutex mutex;
+    FaultMutex mutex;
     std::vector<Slot> slots;
     std::vector<uint32_t> free_slots;
     size_t open = 0;
@@ -56,7 +56,7 @@ Slot* slot_of(Table& handles, HANDLE handle)
 HANDLE add_handle(std::shared_ptr<HandleObject> object)
 {
     Table& handles = table();
-    const std::lock_guard<std::mutex> lock(handles.mutex);
+    const FaultLock lock(handles.mutex);
     if (handles.free_slots.empty()) {
         if (handles.slots.size() >= index_mask)
             throw std::bad_alloc();
@@ -77,7 +77,7 @@ HANDLE add_handle(std::shared_ptr<HandleObject> object)
 std::shared_ptr<HandleObject> find_handle(HANDLE handle) noexcept
 {
     Table& handles = table();
-    const std::lock_guard<std::mutex> lock(handles.mutex);
+    const FaultLock lock(handles.mutex);
     const Slot* slot = slot_of(handles, handle);
     return slot ? slot->object : nullptr;
 }
@@ -85,7 +85,7 @@ std::shared_ptr<HandleObject> find_handle(HANDLE handle) noexcept
 std::shared_ptr<HandleObject> remove_handle(HANDLE handle) noexcept
 {
     Table& handles = table();
-    const std::lock_guard<std::mutex> lock(handles.mutex);
+    const FaultLock lock(handles.mutex);
     Slot* slot = slot_of(handles, handle);
     if (!slot)
         return nullptr;
@@ -110,7 +110,7 @@ BOOL close_handle(HANDLE handle) noexcept
 size_t open_handle_count() noexcept
 {
     Table& handles = table();
-    const std::lock_guard<std::mutex> lock(handles.mutex);
+    const FaultLock lock(handles.mutex);
     return handles.open;
 }
 

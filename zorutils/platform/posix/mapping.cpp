@@ -3,8 +3,8 @@
 #include <errno.h>
 
 #include <map>
-#include <mutex>
 
+#include "zorutils/platform/posix/fault_mutex.h"
 #include "zorutils/platform/posix/handle_table.h"
 #include "zorutils/platform/posix/open_file.h"
 #include "zorutils/platform/posix/system_calls.h"
@@ -29,7 +29,7 @@ private:
 // Views and their sizes, which the system asks for again.
 struct Views
 {
-    std::mutex mutex;
+    FaultMutex mutex;
     std::map<const void*, size_t> sizes;
 };
 
@@ -68,7 +68,7 @@ void* MapViewOfFile(HANDLE handle, DWORD access, DWORD offset_high, DWORD offset
         if (access != FILE_MAP_READ || offset_high != 0 || offset_low != 0 || count != 0)
             return fail_with(ERROR_INVALID_PARAMETER, static_cast<void*>(nullptr));
         Views& all = views();
-        const std::lock_guard<std::mutex> guard(all.mutex);
+        const FaultLock guard(all.mutex);
         void* const view = system_calls().mmap(nullptr, mapping->size(), PROT_READ, MAP_PRIVATE,
                                                mapping->descriptor(), 0);
         if (view == MAP_FAILED)
@@ -81,7 +81,7 @@ void* MapViewOfFile(HANDLE handle, DWORD access, DWORD offset_high, DWORD offset
 BOOL UnmapViewOfFile(const void* view)
 {
     Views& all = views();
-    const std::lock_guard<std::mutex> guard(all.mutex);
+    const FaultLock guard(all.mutex);
     const auto entry = all.sizes.find(view);
     if (entry == all.sizes.end())
         return fail_with(ERROR_INVALID_ADDRESS, FALSE);

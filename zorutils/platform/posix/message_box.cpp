@@ -1,13 +1,14 @@
 #include "zorutils/platform/posix/message_box.h"
 
+#include <signal.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 #include <unistd.h>
 
-#include <fstream>
 #include <string>
 
+#include "zorutils/platform/posix/system_calls.h"
 #include "zorutils/platform/posix/utf8.h"
 #include "zorutils/platform/posix/window.h"
 #include "zorutils/platform/posix/window_system.h"
@@ -53,12 +54,21 @@ int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT style)
 
 BOOL IsDebuggerPresent()
 {
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.compare(0, 10, "TracerPid:") == 0)
-            return strtol(line.c_str() + 10, nullptr, 10) != 0 ? TRUE : FALSE;
-    }
-    return FALSE;
+    // The line is among the first ones, well within this.
+    char status[2048];
+    const int file = system_calls().open("/proc/self/status", O_RDONLY | O_CLOEXEC, 0);
+    if (file < 0)
+        return FALSE;
+    const ssize_t length = system_calls().read(file, status, sizeof status - 1);
+    system_calls().close(file);
+    status[length < 0 ? 0 : length] = 0;
+    const char* const tracer = strstr(status, "TracerPid:");
+    return tracer != nullptr && strtol(tracer + 10, nullptr, 10) != 0 ? TRUE : FALSE;
+}
+
+void DebugBreak()
+{
+    raise(SIGTRAP);
 }
 
 void ExitProcess(UINT code)

@@ -18,7 +18,11 @@
 // Only MB_ABORTRETRYIGNORE is understood.
 int MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT style);
 
+// Takes no lock and no memory.
 BOOL IsDebuggerPresent();
+
+// Stops in the debugger; without one the process ends.
+void DebugBreak();
 
 // Ends the process with its clean-up.
 [[noreturn]] void ExitProcess(UINT code);

@@ -1,6 +1,5 @@
 #include "zorutils/platform/posix/process.h"
 
-#include <dlfcn.h>
 #include <errno.h>
 #include <pthread.h>
 
@@ -9,10 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "zorutils/platform/posix/handle_table.h"
 #include "zorutils/platform/posix/path_text.h"
+#include "zorutils/platform/posix/stay_loaded.h"
 #include "zorutils/platform/posix/system_calls.h"
 #include "zorutils/platform/posix/system_error.h"
+#include "zorutils/platform/posix/waitable.h"
 
 using namespace zor::platform;
 
@@ -38,22 +38,13 @@ void* wait_for_abandoned(void* process)
     return nullptr;
 }
 
-// The code that the waiting threads run must not be unloaded under them.
-void stay_loaded()
-{
-    Dl_info info;
-    if (dladdr(reinterpret_cast<const void*>(&wait_for_abandoned), &info) != 0)
-        dlopen(info.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
-}
-
 // Sees to it that a process nobody waits for leaves nothing behind.
 void abandon(pid_t process) noexcept
 {
     siginfo_t end;
     if (wait_for(process, end, WEXITED | WNOHANG) != 0 || end.si_pid == process)
         return;
-    static std::once_flag once;
-    std::call_once(once, stay_loaded);
+    stay_loaded(); // for the thread that waits
     pthread_attr_t small;
     if (pthread_attr_init(&small) != 0)
         return;
@@ -70,7 +61,7 @@ void abandon(pid_t process) noexcept
     pthread_attr_destroy(&small);
 }
 
-class Process : public HandleObject
+class Process : public Waitable
 {
 public:
     explicit Process(pid_t process) : m_process(process) {}
@@ -81,7 +72,7 @@ public:
     }
 
     // False with errno.
-    bool wait()
+    bool wait() override
     {
         siginfo_t end;
         {
@@ -214,14 +205,6 @@ BOOL CreateProcessW(LPCWSTR program, LPWSTR command, void*, void*, BOOL, DWORD, 
         }
         return TRUE;
     });
-}
-
-DWORD WaitForSingleObject(HANDLE process, DWORD)
-{
-    const auto object = handle_as<Process>(process);
-    if (!object)
-        return WAIT_FAILED;
-    return object->wait() ? WAIT_OBJECT_0 : fail_with_errno(WAIT_FAILED);
 }
 
 BOOL GetExitCodeProcess(HANDLE process, LPDWORD code)

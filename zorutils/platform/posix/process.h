@@ -5,13 +5,10 @@
 // process's memory. Any thread may call these.
 #pragma once
 
+#include "zorutils/platform/posix/wait.h"
 #include "zorutils/platform/win_types.h"
 
 #define CREATE_NEW_CONSOLE 0x00000010
-#define INFINITE 0xFFFFFFFFu
-#define WAIT_OBJECT_0 0u
-#define WAIT_FAILED 0xFFFFFFFFu
-#define STILL_ACTIVE 259u
 
 struct STARTUPINFOW
 {
@@ -51,9 +48,6 @@ struct PROCESS_INFORMATION
 BOOL CreateProcessW(LPCWSTR program, LPWSTR command, void* process_attributes,
                     void* thread_attributes, BOOL inherit, DWORD flags, void* environment,
                     LPCWSTR folder, STARTUPINFOW* startup, PROCESS_INFORMATION* process);
-
-// Waits for the end of a process; `milliseconds` is INFINITE.
-DWORD WaitForSingleObject(HANDLE process, DWORD milliseconds);
 
 // STILL_ACTIVE while it runs; 128 and the signal's number for a process that a signal ended. False
 // if the code went to someone else, who waited for all children.

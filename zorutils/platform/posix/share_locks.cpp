@@ -24,7 +24,7 @@ using Key = std::pair<dev_t, ino_t>;
 
 struct Registry
 {
-    std::mutex mutex;
+    FaultMutex mutex;
     std::map<Key, Record> files;
 };
 

@@ -13,9 +13,9 @@
 // process is closed, and can't be opened meanwhile.
 #pragma once
 
+#include "zorutils/platform/posix/fault_mutex.h"
 #include "zorutils/platform/win_types.h"
 
-#include <mutex>
 #include <sys/stat.h>
 
 namespace zor::platform {
@@ -53,7 +53,7 @@ public:
     ShareLock();
 
 private:
-    std::lock_guard<std::mutex> m_guard;
+    FaultLock m_guard;
 };
 
 // All of these want the lock held.

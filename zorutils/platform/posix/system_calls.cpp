@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <errno.h>
+#include <pthread.h>
 #include <spawn.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -78,6 +79,16 @@ int spawn(pid_t* process, const char* path, char* const* arguments)
     return error == 0 ? 0 : -1;
 }
 
+int start_thread(void* (*entry)(void*), void* argument)
+{
+    pthread_t thread;
+    const int error = ::pthread_create(&thread, nullptr, entry, argument);
+    if (error == 0)
+        ::pthread_detach(thread);
+    errno = error;
+    return error == 0 ? 0 : -1;
+}
+
 // A file system without the exclusive rename answers EINVAL: there the test for the new name and
 // the rename are two steps, and another process may come between them.
 int rename_new(const char* from, const char* to)
@@ -130,14 +141,13 @@ SystemCalls& system_calls()
         system.getcwd = ::getcwd;
         system.readlink = ::readlink;
         system.realpath = ::realpath;
-        system.opendir = ::opendir;
-        system.readdir = ::readdir;
-        system.closedir = ::closedir;
+        system.getdents64 = ::getdents64;
         system.mmap = ::mmap;
         system.munmap = ::munmap;
         system.load_library = load_library;
         system.spawn = spawn;
         system.waitid = ::waitid;
+        system.start_thread = start_thread;
         return system;
     }();
     return calls;

@@ -49,14 +49,13 @@
     CALL(char*, getcwd, (char*, size_t))                                                           \
     CALL(ssize_t, readlink, (const char*, char*, size_t))                                          \
     CALL(char*, realpath, (const char*, char*))                                                    \
-    CALL(DIR*, opendir, (const char*))                                                             \
-    CALL(dirent*, readdir, (DIR*))                                                                 \
-    CALL(int, closedir, (DIR*))                                                                    \
+    CALL(ssize_t, getdents64, (int, void*, size_t))                                                \
     CALL(void*, mmap, (void*, size_t, int, int, int, off_t))                                       \
     CALL(int, munmap, (void*, size_t))                                                             \
     CALL(void*, load_library, (const char*))                                                       \
     CALL(int, spawn, (pid_t*, const char*, char* const*))                                          \
-    CALL(int, waitid, (idtype_t, id_t, siginfo_t*, int))
+    CALL(int, waitid, (idtype_t, id_t, siginfo_t*, int))                                           \
+    CALL(int, start_thread, (void* (*)(void*), void*))
 
 namespace zor::platform {
 
@@ -65,7 +64,8 @@ namespace zor::platform {
 // with a reason in errno: ENOENT if this library or one that it needs is missing, ENOSYS if a
 // function is, ENOMEM, EACCES, and ENOEXEC for all else. spawn runs a program with these arguments,
 // nothing of this process but the standard streams, the environment and the folder, and every
-// signal as the system has it. The others are the calls of their names.
+// signal as the system has it; start_thread starts a detached one of this process. The others are
+// the calls of their names.
 struct SystemCalls
 {
 #define ZOR_SYSTEM_CALL_FIELD(result, name, arguments) result(*name) arguments;
