@@ -27,10 +27,10 @@ endif()
 
 set(zor_package ${CMAKE_INSTALL_LIBDIR}/cmake/zorutils)
 install(EXPORT zorutils NAMESPACE zorutils:: FILE zorutilsTargets.cmake DESTINATION ${zor_package})
-# The log's lock stands in a public header.
+# The log's lock and the threads' base stand in public headers.
 file(WRITE ${CMAKE_BINARY_DIR}/zorutilsConfig.cmake "include(CMakeFindDependencyMacro)
 set(Boost_NO_BOOST_CMAKE ON)
-find_dependency(Boost 1.74)
+find_dependency(Boost 1.74 COMPONENTS thread)
 include(\${CMAKE_CURRENT_LIST_DIR}/zorutilsTargets.cmake)
 ")
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/zorutilsConfigVersion.cmake

@@ -15,7 +15,7 @@ for option in "$@"; do
     *) die "unknown option $option" ;;
     esac
 done
-trap stop_wine EXIT
+trap 'stop_wine; unmount_small_disk' EXIT
 
 summary=()
 failed=0
@@ -77,6 +77,7 @@ run_zones() {
 }
 
 install_packages python3
+mount_small_disk
 if [ $linux = 1 ]; then
     install_linux_packages
     install_comma_locale
@@ -85,8 +86,8 @@ if [ $linux = 1 ]; then
     run_tests linux linux
     run_zones linux linux
     run_tests "linux de_DE" linux LC_ALL=de_DE.UTF-8
-    run_tests "linux code page 1250" linux ZOR_ACP=1250
-    run_tests "linux code page 932" linux ZOR_ACP=932
+    run_tests "linux code page 1250" linux ZOR_ACP=1250 GTEST_FILTER='-*Crash*'
+    run_tests "linux code page 932" linux ZOR_ACP=932 GTEST_FILTER='-*Crash*'
     ./scripts/test_product.sh linux || failed=1
 fi
 if [ $windows = 1 ]; then
@@ -95,9 +96,10 @@ if [ $windows = 1 ]; then
     fetch_windows_sources
     build_preset windows
     start_wine
-    run_tests windows windows
+    run_tests windows windows ZOR_TEST_SMALL_DISK="${ZOR_TEST_SMALL_DISK:+Z:${ZOR_TEST_SMALL_DISK//\//\\}}"
     run_zones windows windows
-    run_tests "windows de_DE" windows LC_ALL=de_DE.UTF-8
+    # Wine takes seconds for each dump, and these have none of the locale.
+    run_tests "windows de_DE" windows LC_ALL=de_DE.UTF-8 GTEST_FILTER='-*Crash*'
     ./scripts/test_product.sh windows || failed=1
     [ $linux = 0 ] || ./scripts/compare_targets.sh || failed=1
 fi
@@ -110,7 +112,9 @@ if [ $sanitize = 1 ]; then
     run_tests "linux address+undefined" asan ASAN_OPTIONS=allocator_may_return_null=1 \
         LSAN_OPTIONS="suppressions=$root/scripts/leak_sanitizer.supp:print_suppressions=0"
     build_preset tsan
-    run_tests "linux thread" tsan \
+    # This checker gives signals on late, when the fault or the standing still is over, and takes a
+    # thread that the system refuses for one that it knows.
+    run_tests "linux thread" tsan GTEST_FILTER='-*Crash*:Minidump.*:PosixThread.*Refused*' \
         TSAN_OPTIONS="allocator_may_return_null=1 suppressions=$root/scripts/thread_sanitizer.supp"
 fi
 

@@ -12,7 +12,8 @@ linux) compiler=g++ toolchain=() boost=() ;;
 windows)
     compiler=x86_64-w64-mingw32-g++-posix boost=(-isystem "$cache/boost/include")
     toolchain=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64.cmake"
-        -DBoost_INCLUDE_DIR="$cache/boost/include")
+        -DBoost_INCLUDE_DIR="$cache/boost/include"
+        -DBoost_THREAD_LIBRARY_RELEASE="$cache/boost/lib/libboost_thread.dll.a")
     ;;
 *) die "linux or windows, not $preset" ;;
 esac

@@ -5,6 +5,7 @@
 #include <atomic>
 
 #include "zorutils/platform/clock.h"
+#include "zorutils/platform/fault_state.h"
 #include "zorutils/platform/interlocked.h"
 #include "zorutils/platform/winapi.h"
 #include "zorutils/zorsys/zor_logger_internal.h"
@@ -15,6 +16,20 @@ namespace {
 
 typedef CZorStringT<WCHAR> String;
 typedef boost::unique_lock<boost::recursive_mutex> Lock;
+
+// Of a thread that handles a fault: whether it has waited for the lock in vain.
+LONG lock_given_up = 0;
+
+Lock locked(boost::recursive_mutex& mutex)
+{
+    using namespace zor::platform;
+    if (!handles_fault())
+        return Lock(mutex);
+    Lock lock(mutex, boost::try_to_lock);
+    for (int tries = 0; !lock.owns_lock() && wait_in_fault(tries, lock_given_up); ++tries)
+        lock.try_lock();
+    return lock;
+}
 
 constexpr size_t most_pending_bytes = 1024;
 constexpr DWORD most_silent_ms = 5000;
@@ -147,7 +162,7 @@ void CZorLogger::writeEntry(DWORD mask, unsigned int length, const WCHAR* text)
 {
     if (!passes(mask))
         return;
-    const Lock lock(m_lock);
+    const Lock lock = locked(m_lock);
     m_prevTick = m_curTick;
     m_curTick = zor::platform::tick_count();
     const String& line = formatEntry(mask, length, text);
@@ -198,7 +213,7 @@ void CZorLogger::showLine()
 
 void CZorLogger::flush()
 {
-    const Lock lock(m_lock);
+    const Lock lock = locked(m_lock);
     if (!m_isOpen)
         return;
     writePending();
@@ -207,7 +222,7 @@ void CZorLogger::flush()
 
 CZorStringT<WCHAR> CZorLogger::getFileName()
 {
-    const Lock lock(m_lock);
+    const Lock lock = locked(m_lock);
     return m_isOpen ? m_fileName : String();
 }
 
