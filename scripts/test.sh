@@ -89,6 +89,7 @@ if [ $linux = 1 ]; then
     run_tests "linux code page 1250" linux ZOR_ACP=1250 GTEST_FILTER='-*Crash*'
     run_tests "linux code page 932" linux ZOR_ACP=932 GTEST_FILTER='-*Crash*'
     ./scripts/test_product.sh linux || failed=1
+    ./scripts/check_dumps.sh linux || failed=1
 fi
 if [ $windows = 1 ]; then
     install_windows_packages
@@ -101,6 +102,7 @@ if [ $windows = 1 ]; then
     # Wine takes seconds for each dump, and these have none of the locale.
     run_tests "windows de_DE" windows LC_ALL=de_DE.UTF-8 GTEST_FILTER='-*Crash*'
     ./scripts/test_product.sh windows || failed=1
+    ./scripts/check_dumps.sh windows || failed=1
     [ $linux = 0 ] || ./scripts/compare_targets.sh || failed=1
 fi
 if [ $sanitize = 1 ]; then

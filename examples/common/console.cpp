@@ -1,8 +1,16 @@
 #include "console.h"
 
+#include "thread_end.h"
+
 namespace host {
 
 namespace {
+
+// Where the work is done.
+DWORD WINAPI do_work(void* work)
+{
+    return static_cast<DWORD>((*static_cast<const std::function<int()>*>(work))());
+}
 
 void append(std::string& out, unsigned long character)
 {
@@ -68,6 +76,14 @@ size_t columns(std::string_view utf8_text)
     for (const char c : utf8_text)
         count += (static_cast<unsigned char>(c) & 0xC0) != 0x80 ? 1 : 0;
     return count;
+}
+
+int in_guarded_thread(const char* name, const std::function<int()>& work)
+{
+    void* const thread = zor::thread::startThread(__FILE__, __LINE__, name, do_work,
+                                                  const_cast<std::function<int()>*>(&work), 0);
+    // Without a thread of its own the work is done all the same.
+    return thread == nullptr ? work() : wait_for_thread(thread);
 }
 
 } // namespace host

@@ -3,6 +3,7 @@
 
 #include <stdio.h>
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +37,9 @@ Text from_utf8(const std::string& bytes);
 
 // How many columns a text takes: its characters.
 size_t columns(std::string_view utf8_text);
+
+// Runs `work` in a thread of this name, guarded against faults, and waits for it; what it returned.
+int in_guarded_thread(const char* name, const std::function<int()>& work);
 
 // The stream is shown to a person.
 bool is_terminal(FILE* stream);

@@ -2,6 +2,9 @@
 #include <unistd.h>
 
 #include "console.h"
+#include "thread_end.h"
+#include "zorutils/platform/posix/thread.h"
+#include "zorutils/platform/posix/wait.h"
 
 namespace host {
 
@@ -11,6 +14,15 @@ bool is_terminal(FILE* stream)
 }
 
 void prepare_console() {}
+
+int wait_for_thread(void* thread)
+{
+    DWORD code = 0;
+    WaitForSingleObject(thread, INFINITE);
+    GetExitCodeThread(thread, &code);
+    CloseHandle(thread);
+    return static_cast<int>(code);
+}
 
 } // namespace host
 

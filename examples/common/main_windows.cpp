@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "console.h"
+#include "thread_end.h"
 
 namespace host {
 
@@ -14,6 +15,15 @@ bool is_terminal(FILE* stream)
 void prepare_console()
 {
     SetConsoleOutputCP(CP_UTF8);
+}
+
+int wait_for_thread(void* thread)
+{
+    DWORD code = 0;
+    WaitForSingleObject(thread, INFINITE);
+    GetExitCodeThread(thread, &code);
+    CloseHandle(thread);
+    return static_cast<int>(code);
 }
 
 } // namespace host

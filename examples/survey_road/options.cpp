@@ -23,6 +23,7 @@ constexpr const char* usage_lines[] = {
     key("  --columns       tells what the columns of any delimited text hold, and reads no points"),
     key("  --lang CODE     the language of the texts: en, de, cs"),
     key("  --log           prints where the log of this run is"),
+    key("  --crash-test    faults on purpose, to show what support gets of a fault"),
     key("  --timing        prints points per second and MB/s"),
     key("  --help, --version"),
     "",
@@ -87,6 +88,8 @@ bool parse_options(const std::vector<Text>& arguments, Options& options, UsageEr
             options.bearings = true;
         } else if (is(argument, ZOR_W("--columns"))) {
             options.columns = true;
+        } else if (is(argument, ZOR_W("--crash-test"))) {
+            options.crash_test = true;
         } else if (is(argument, ZOR_W("--log"))) {
             options.log = true;
         } else if (is(argument, ZOR_W("--timing"))) {
@@ -100,7 +103,8 @@ bool parse_options(const std::vector<Text>& arguments, Options& options, UsageEr
             return false;
         }
     }
-    if (options.files.empty() && !options.help && !options.version && !options.log) {
+    if (options.files.empty() && !options.help && !options.version && !options.log &&
+        !options.crash_test) {
         error.text = key("no file given");
         return false;
     }

@@ -18,6 +18,7 @@ struct Options
     bool check = false;
     bool bearings = false;
     bool columns = false;
+    bool crash_test = false;
     bool log = false;
     bool timing = false;
     bool help = false;

@@ -48,6 +48,23 @@ bool write(const Options& options, const PointSet& points, size_t& lost)
     return false;
 }
 
+// A fault as a mistake in the program would make it. Debuggers show it by this name.
+__attribute__((noinline)) void fault_on_purpose()
+{
+    static volatile int* volatile nowhere = nullptr;
+    *nowhere = 1;
+}
+
+// Where support looks for what a fault leaves.
+void print_places()
+{
+    printf("%s\n", tr("log: {1}", utf8(zor_logging::getZorMainLogFileName())).c_str());
+    Text dumps = GetRootDir();
+    dumps += ZOR_W("\\SupportInfo\\Dumps");
+    printf("%s\n", tr("records of faults: {1}", utf8(dumps)).c_str());
+    fflush(stdout);
+}
+
 int run_road(const std::vector<Text>& arguments)
 {
     host::prepare_console();
@@ -76,6 +93,10 @@ int run_road(const std::vector<Text>& arguments)
     const int precision = options.precision.value_or(preferences.precision.value_or(3));
     if (options.log)
         printf("%s\n", tr("log: {1}", utf8(zor_logging::getZorMainLogFileName())).c_str());
+    if (options.crash_test) {
+        print_places();
+        fault_on_purpose();
+    }
     if (options.files.empty())
         return all_well;
 
@@ -133,5 +154,5 @@ int run_road(const std::vector<Text>& arguments)
 
 int host::run(const std::vector<Text>& arguments)
 {
-    return survey_road::run_road(arguments);
+    return host::in_guarded_thread("survey_road", [&] { return survey_road::run_road(arguments); });
 }
