@@ -1,6 +1,8 @@
 // tests/faults/crash_faults.h: what crash_program needs of each target.
 #pragma once
 
+#include <functional>
+
 #include "zorutils/zorutils.h"
 
 namespace crash {
@@ -14,10 +16,8 @@ bool read_behind_file(const char* path);
 
 // Raises a code as a fault, from here.
 void raise_code(DWORD code);
-// Calls handleCrash for a fault that did not happen, with true registers; its answer.
-unsigned handle_made_up(DWORD code, int action);
-// The same with registers that cannot be read: the writing of the dump itself faults.
-unsigned handle_with_wild_registers();
+// Calls `use` with the registers as they are here; what it returned.
+unsigned with_registers(const std::function<unsigned(CONTEXT* registers)>& use);
 
 // Faults on the thread that shows a text on the debugger stream, once it has this in it.
 void fault_when_told(const char* text);

@@ -42,34 +42,16 @@ bool read_behind_file(const char* path)
     return *static_cast<const volatile char*>(view) == 0;
 }
 
-namespace {
-
-unsigned handle(DWORD code, int action, CONTEXT* registers)
-{
-    EXCEPTION_RECORD record = {};
-    record.ExceptionCode = code;
-    _EXCEPTION_POINTERS fault = {&record, registers};
-    return zor::fault_handling::handleCrash(
-        &fault, "made up", 1, static_cast<zor::fault_handling::EZorCrashAction>(action));
-}
-
-} // namespace
-
 void raise_code(DWORD)
 {
     _exit(70); // no signal has another code
 }
 
-unsigned handle_made_up(DWORD code, int action)
+unsigned with_registers(const std::function<unsigned(CONTEXT*)>& use)
 {
     ucontext_t registers;
     getcontext(&registers);
-    return handle(code, action, reinterpret_cast<CONTEXT*>(&registers));
-}
-
-unsigned handle_with_wild_registers()
-{
-    return handle(0xC0000005, 0, reinterpret_cast<CONTEXT*>(uintptr_t{16}));
+    return use(reinterpret_cast<CONTEXT*>(&registers));
 }
 
 namespace {

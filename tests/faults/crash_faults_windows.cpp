@@ -29,29 +29,11 @@ void raise_code(DWORD code)
     RaiseException(code, 0, 0, nullptr);
 }
 
-namespace {
-
-unsigned handle(DWORD code, int action, CONTEXT* registers)
-{
-    EXCEPTION_RECORD record = {};
-    record.ExceptionCode = code;
-    _EXCEPTION_POINTERS fault = {&record, registers};
-    return zor::fault_handling::handleCrash(
-        &fault, "made up", 1, static_cast<zor::fault_handling::EZorCrashAction>(action));
-}
-
-} // namespace
-
-unsigned handle_made_up(DWORD code, int action)
+unsigned with_registers(const std::function<unsigned(CONTEXT*)>& use)
 {
     CONTEXT registers = {};
     RtlCaptureContext(&registers);
-    return handle(code, action, &registers);
-}
-
-unsigned handle_with_wild_registers()
-{
-    return handle(0xC0000005, 0, reinterpret_cast<CONTEXT*>(uintptr_t{16}));
+    return use(&registers);
 }
 
 namespace {
