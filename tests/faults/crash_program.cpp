@@ -95,6 +95,21 @@ unsigned handle_made_up(DWORD code, int action)
         [&](CONTEXT* registers) { return handle(code, action, registers); });
 }
 
+// Threads that are busy with the heap, the log and files while another one faults.
+void fault_among_busy_threads()
+{
+    for (int i = 0; i < 8; ++i)
+        std::thread([i] {
+            for (int k = 0;; ++k) {
+                std::string text(static_cast<size_t>(100 + k % 1000), 'x');
+                zor_logging::ZOR_TRACE_DEBUG("busy %d %d %s", i, k, text.c_str());
+                FileFuncs::IsDirExist(GetRootDir());
+            }
+        }).detach();
+    crash::rest(50);
+    write_to_nowhere();
+}
+
 struct Fault
 {
     const char* mode;
@@ -151,6 +166,7 @@ const Fault faults[] = {
          write_to_nowhere();
      }},
     {"two", fault_with_another},
+    {"busy", fault_among_busy_threads},
     {"in_dump",
      [] {
          crash::fault_when_told("APPCRASH");

@@ -45,6 +45,7 @@ void fill(const fs::path& path, unsigned left)
 // Many dumps take Wine minutes: seconds for each.
 constexpr int cycles = ZOR_TEST_CRASH_CYCLES;
 constexpr int kills = ZOR_TEST_CRASH_KILLS;
+constexpr int busy_runs = cycles < 1000 ? 2 : 30;
 
 } // namespace
 
@@ -84,6 +85,17 @@ TEST_F(Crash, OfTwoThreadsAtOnceLeavesWholeSlotsOrEndsAtOnce)
     }
     if (!slots().empty()) {
         EXPECT_EQ(index(), index_of(static_cast<int>(slots().size()) - 1));
+    }
+}
+
+TEST_F(Crash, AmongBusyThreadsIsRecordedEachTime)
+{
+    for (int i = 0; i < busy_runs; ++i) {
+        const Ended end = run("busy");
+        EXPECT_TRUE(end.with(after_crash)) << i << ": " << end.signal << " " << end.code;
+        EXPECT_EQ(index(), index_of(i % 10));
+        EXPECT_EQ(files_in(slot(i % 10)).count("dump.dmp"), 1u);
+        EXPECT_NE(log(i % 10 + 1).find(crashed("C0000005")), std::string::npos);
     }
 }
 

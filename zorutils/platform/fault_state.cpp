@@ -7,26 +7,21 @@ namespace zor::platform {
 
 namespace {
 
-thread_local int faults = 0; // one fault may meet another
-
 constexpr int most_tries = 50;
 constexpr DWORD rest_ms = 10;
 
 } // namespace
 
-bool handles_fault()
-{
-    return faults != 0;
-}
+__thread int faults_of_this_thread = 0;
 
 FaultScope::FaultScope()
 {
-    ++faults;
+    ++faults_of_this_thread;
 }
 
 FaultScope::~FaultScope()
 {
-    --faults;
+    --faults_of_this_thread;
 }
 
 bool wait_in_fault(int tries, LONG& given_up)

@@ -12,7 +12,13 @@ namespace zor::platform {
 // Sets aside what cannot be had any more while a fault is handled. Later calls do nothing.
 void prepare_for_faults();
 
-bool handles_fault();
+// The language's own word would put a call around each use, and each request for memory asks.
+extern __thread int faults_of_this_thread; // one may meet another
+
+inline bool handles_fault()
+{
+    return faults_of_this_thread != 0;
+}
 
 // From its beginning to its end this thread handles a fault.
 class FaultScope
