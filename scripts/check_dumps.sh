@@ -62,4 +62,4 @@ else
         'the module at fault and the place in it'
     expect 'zorutils\.dll' 'the library among the modules'
 fi
-say "the dump of $target: $threads threads, $(stat -c %s "$dump") bytes, opened by $(lldb --version | head -1)"
+say "the dump of $target: $threads threads, $(stat -c %s "$dump") bytes, opened by $(lldb --version 2>/dev/null | head -1)"

@@ -1,7 +1,6 @@
 #include "zorutils/platform/posix/minidump.h"
 
 #include <cpuid.h>
-#include <elf.h>
 #include <errno.h>
 #include <sched.h>
 #include <signal.h>
@@ -12,6 +11,7 @@
 #include <algorithm>
 #include <atomic>
 
+#include "zorutils/platform/posix/elf_identity.h"
 #include "zorutils/platform/posix/held_threads.h"
 #include "zorutils/platform/posix/memory_map.h"
 #include "zorutils/platform/posix/minidump_format.h"
@@ -326,52 +326,14 @@ private:
         add_stream(format::exception_stream, append(&stream, sizeof stream));
     }
 
-    // The build id among the notes of a library or program, behind its mark; nothing if it has
-    // none.
+    // The build id behind its mark; nothing if there is none.
     format::Location append_identity(uint64_t base)
     {
-        Elf64_Ehdr head;
-        if (read_memory(m_memory, base, &head, sizeof head) != sizeof head ||
-            memcmp(head.e_ident, ELFMAG, SELFMAG) != 0 || head.e_phentsize != sizeof(Elf64_Phdr))
-            return {};
-        const uint64_t shift = head.e_type == ET_DYN ? base : 0;
-        for (int i = 0; i < head.e_phnum; ++i) {
-            Elf64_Phdr part;
-            read_memory(m_memory, base + head.e_phoff + static_cast<uint64_t>(i) * sizeof part,
-                        &part, sizeof part);
-            if (part.p_type != PT_NOTE)
-                continue;
-            const format::Location found = append_build_id(shift + part.p_vaddr, part.p_filesz);
-            if (found.size != 0)
-                return found;
-        }
-        return {};
-    }
-
-    format::Location append_build_id(uint64_t notes, uint64_t size)
-    {
-        constexpr uint64_t most = 4096;
-        char* const block = m_space.block;
-        const size_t length = read_memory(m_memory, notes, block, std::min(size, most));
-        for (size_t at = 0; at + sizeof(Elf64_Nhdr) <= length;) {
-            Elf64_Nhdr note;
-            memcpy(&note, block + at, sizeof note);
-            const size_t name = at + sizeof note;
-            const size_t value = name + ((note.n_namesz + 3u) & ~size_t{3});
-            const size_t next = value + ((note.n_descsz + 3u) & ~size_t{3});
-            if (next > length)
-                break;
-            if (note.n_type == NT_GNU_BUILD_ID && note.n_namesz == 4 &&
-                memcmp(block + name, "GNU", 4) == 0) {
-                char identity[sizeof format::elf_identity + 64];
-                const size_t id = std::min<size_t>(note.n_descsz, 64);
-                memcpy(identity, &format::elf_identity, sizeof format::elf_identity);
-                memcpy(identity + sizeof format::elf_identity, block + value, id);
-                return append(identity, sizeof format::elf_identity + id);
-            }
-            at = next;
-        }
-        return {};
+        char identity[sizeof format::elf_identity + most_build_id_bytes];
+        memcpy(identity, &format::elf_identity, sizeof format::elf_identity);
+        const size_t length = read_build_id(m_memory, base, identity + sizeof format::elf_identity);
+        return length == 0 ? format::Location{}
+                           : append(identity, sizeof format::elf_identity + length);
     }
 
     void write_modules()
@@ -381,7 +343,7 @@ private:
         for (size_t i = 0; i < map.count && count < most_modules; ++i) {
             const MemoryRange& first = map.ranges[i];
             if (first.path[0] != '/' || first.file_offset != 0 || first.inode == 0 ||
-                !is_elf(first))
+                !first.readable || !begins_elf(m_memory, first.start))
                 continue;
             uint64_t end = first.end;
             for (; i + 1 < map.count && map.ranges[i + 1].inode == first.inode; ++i)
@@ -394,13 +356,6 @@ private:
             module.name_offset = append_text(first.path).offset;
         }
         add_list(format::module_list, m_space.modules, count, sizeof(format::Module));
-    }
-
-    bool is_elf(const MemoryRange& range)
-    {
-        char mark[SELFMAG] = {};
-        return range.readable && read_memory(m_memory, range.start, mark, SELFMAG) == SELFMAG &&
-               memcmp(mark, ELFMAG, SELFMAG) == 0;
     }
 
     void write_memory_list()
