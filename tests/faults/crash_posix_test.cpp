@@ -36,14 +36,6 @@ TEST_F(Crash, InALibraryThatIsBeingLoaded)
     expect_recorded(run(std::string("loading_module ") + ZOR_TEST_FAULTING_MODULE), "C0000005");
 }
 
-TEST_F(Crash, OfAStaticObjectsEndComesBehindTheLogs)
-{
-    EXPECT_TRUE(run("static_destructor").with(after_crash));
-    EXPECT_EQ(log(),
-              begins + finished + crashed("C0000005") + "APPCRASH: could not copy logfile\n");
-    EXPECT_EQ(files_in(slot(0)), std::set<std::string>{"dump.dmp"});
-}
-
 TEST_F(Crash, WithoutALogIsRecordedAllTheSame)
 {
     // The file is gone, and its lines go nowhere.

@@ -38,8 +38,3 @@ TEST_F(Crash, GivingUpIsNone)
     EXPECT_TRUE(run("abort").with(3));
     EXPECT_FALSE(folder.has("user/SupportInfo"));
 }
-
-TEST_F(Crash, OfAStaticObjectsEndComesBeforeTheLogs)
-{
-    expect_recorded(run("static_destructor"), "C0000005");
-}

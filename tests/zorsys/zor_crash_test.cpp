@@ -28,7 +28,8 @@ INSTANTIATE_TEST_SUITE_P(
                     CrashKind{"misaligned", ZOR_TEST_MISALIGNED}, CrashKind{"divide", "C0000094"},
                     CrashKind{"illegal", "C000001D"}, CrashKind{"throw", "20474343"},
                     CrashKind{"heap_lock", "C0000005"}, CrashKind{"loader_lock", "C0000005"},
-                    CrashKind{"own_log_lock", "C0000005"}),
+                    CrashKind{"own_log_lock", "C0000005"},
+                    CrashKind{"static_destructor", "C0000005"}),
     [](const testing::TestParamInfo<CrashKind>& kind) { return std::string(kind.param.mode); });
 
 // Writes a file until the disk is full, and gives back as much as is to be left.

@@ -72,7 +72,8 @@ void log_start(CZorLogger& logger)
     logger.logText(log_mask_always, text);
 }
 
-// Ends the log when the library is unloaded, or the process ends.
+// Ends the log when the library is unloaded, or the process ends: behind the ends of the host's own
+// static objects, since it is there before them.
 struct AtTheEnd
 {
     ~AtTheEnd()
@@ -81,6 +82,7 @@ struct AtTheEnd
             logger->finish();
     }
 };
+const AtTheEnd at_the_end;
 
 CZorLogger* make_main_logger()
 {
@@ -96,8 +98,6 @@ CZorLogger* make_main_logger()
         logger->~CZorLogger();
         throw;
     }
-    static const AtTheEnd at_the_end;
-    static_cast<void>(at_the_end);
     return logger;
 }
 
