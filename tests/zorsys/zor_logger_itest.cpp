@@ -169,6 +169,20 @@ TEST_F(Logger, ADebuggingFilterStillEndsTheLog)
     EXPECT_EQ(on_disk(), "00000.000 ; 7 ; Logging finished\r\n");
 }
 
+TEST_F(Logger, RecordsBehindTheEndAreAddedOneByOne)
+{
+    ASSERT_TRUE(open());
+    write("before");
+    log().finish();
+    EXPECT_TRUE(log().getFileName().empty());
+    write("behind it");
+    EXPECT_EQ(on_disk(), "00000.000 ; 7 ; before\r\n00000.000 ; 7 ; Logging finished\r\n"
+                         "00000.000 ; 7 ; behind it\r\n")
+        << "at once, since nobody would write them later";
+    write("and once more");
+    EXPECT_NE(on_disk().find("behind it\r\n00000.000 ; 7 ; and once more\r\n"), std::string::npos);
+}
+
 TEST_F(Logger, FormatsAreTheStrings)
 {
     ASSERT_TRUE(open());
