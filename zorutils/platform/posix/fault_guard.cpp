@@ -2,6 +2,7 @@
 #include "zorutils/platform/fault_guard.h"
 
 #include "zorutils/platform/fault_state.h"
+#include "zorutils/platform/posix/fault_codes.h"
 #include "zorutils/platform/posix/fault_memory.h"
 #include "zorutils/platform/posix/minidump_memory.h"
 #include "zorutils/platform/posix/stay_loaded.h"
@@ -28,37 +29,6 @@
 namespace zor::platform {
 
 namespace {
-
-// --- What a signal is as an exception.
-
-struct SignalCode
-{
-    int signal, reason;
-    DWORD exception;
-};
-
-constexpr int any_reason = -1;
-constexpr DWORD access_violation = 0xC0000005, stack_overflow = 0xC00000FD,
-                cpp_exception = 0x20474343; // what GCC's exceptions are on Windows
-
-constexpr SignalCode signal_codes[] = {
-    {SIGSEGV, any_reason, access_violation},
-    {SIGBUS, BUS_ADRALN, 0x80000002}, // EXCEPTION_DATATYPE_MISALIGNMENT
-    {SIGBUS, any_reason, 0xC0000006}, // EXCEPTION_IN_PAGE_ERROR
-    {SIGFPE, FPE_INTDIV, 0xC0000094},
-    {SIGFPE, FPE_INTOVF, 0xC0000095},
-    {SIGFPE, FPE_FLTDIV, 0xC000008E},
-    {SIGFPE, FPE_FLTOVF, 0xC0000091},
-    {SIGFPE, FPE_FLTUND, 0xC0000093},
-    {SIGFPE, FPE_FLTRES, 0xC000008F},
-    {SIGFPE, FPE_FLTSUB, 0xC000008C},
-    {SIGFPE, any_reason, 0xC0000090}, // invalid operation
-    {SIGILL, ILL_PRVOPC, 0xC0000096},
-    {SIGILL, ILL_PRVREG, 0xC0000096},
-    {SIGILL, any_reason, 0xC000001D}, // EXCEPTION_ILLEGAL_INSTRUCTION
-    // A program that gives itself up: what newer run-times on Windows make of it.
-    {SIGABRT, any_reason, 0xC0000409}, // STATUS_STACK_BUFFER_OVERRUN
-};
 
 constexpr int caught_signals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
 struct sigaction former_actions[NSIG];
@@ -96,19 +66,13 @@ bool is_stack_overflow(const siginfo_t& information)
 EXCEPTION_RECORD record_of(const siginfo_t& information, const ucontext_t& registers)
 {
     EXCEPTION_RECORD record = {};
-    for (const SignalCode& row : signal_codes) {
-        if (row.signal == information.si_signo &&
-            (row.reason == any_reason || row.reason == information.si_code)) {
-            record.ExceptionCode = row.exception;
-            break;
-        }
-    }
-    if (is_stack_overflow(information))
-        record.ExceptionCode = stack_overflow;
+    record.ExceptionCode = is_stack_overflow(information)
+                               ? fault_code::stack_overflow
+                               : exception_of(information.si_signo, information.si_code);
     record.ExceptionAddress =
         reinterpret_cast<void*>(static_cast<uintptr_t>(registers.uc_mcontext.gregs[REG_RIP]));
-    const bool by_address =
-        record.ExceptionCode == access_violation || record.ExceptionCode == stack_overflow;
+    const bool by_address = record.ExceptionCode == fault_code::access_violation ||
+                            record.ExceptionCode == fault_code::stack_overflow;
     if (by_address && !was_sent(information)) {
         constexpr greg_t by_write = 2, by_fetch = 16; // bits of the processor's page fault code
         const greg_t cause = registers.uc_mcontext.gregs[REG_ERR];
@@ -226,7 +190,7 @@ private:
 bool filter_exception(Frame& frame)
 {
     EXCEPTION_RECORD record = {};
-    record.ExceptionCode = cpp_exception;
+    record.ExceptionCode = fault_code::cpp_exception;
     ucontext_t registers = {};
     getcontext(&registers);
     EXCEPTION_POINTERS fault = {&record, reinterpret_cast<CONTEXT*>(&registers)};

@@ -3,7 +3,6 @@
 #include <cpuid.h>
 #include <errno.h>
 #include <sched.h>
-#include <signal.h>
 #include <string.h>
 #include <sys/utsname.h>
 #include <time.h>
@@ -12,6 +11,7 @@
 #include <atomic>
 
 #include "zorutils/platform/posix/elf_identity.h"
+#include "zorutils/platform/posix/fault_codes.h"
 #include "zorutils/platform/posix/held_threads.h"
 #include "zorutils/platform/posix/memory_map.h"
 #include "zorutils/platform/posix/minidump_format.h"
@@ -43,65 +43,6 @@ struct Workspace
 };
 
 std::atomic<Workspace*> workspace{nullptr};
-
-// The signal that a fault was; tools for dumps of this system know faults by it.
-struct SignalOfCode
-{
-    DWORD code;
-    int signal;
-};
-constexpr SignalOfCode signals_of_codes[] = {
-    {0xC0000005, SIGSEGV}, {0xC00000FD, SIGSEGV}, {0x80000002, SIGBUS}, {0xC0000006, SIGBUS},
-    {0xC0000094, SIGFPE},  {0xC0000095, SIGFPE},  {0xC000008C, SIGFPE}, {0xC000008E, SIGFPE},
-    {0xC000008F, SIGFPE},  {0xC0000090, SIGFPE},  {0xC0000091, SIGFPE}, {0xC0000092, SIGFPE},
-    {0xC0000093, SIGFPE},  {0xC0000096, SIGILL},  {0xC000001D, SIGILL}, {0xC0000409, SIGABRT},
-    {0x20474343, SIGABRT},
-};
-
-uint32_t signal_of(DWORD code)
-{
-    for (const SignalOfCode& row : signals_of_codes) {
-        if (row.code == code)
-            return static_cast<uint32_t>(row.signal);
-    }
-    return code;
-}
-
-void convert(const ucontext_t& from, format::Context& to)
-{
-    const auto value = [&](int name) {
-        return static_cast<uint64_t>(from.uc_mcontext.gregs[name]);
-    };
-    to = {};
-    to.flags = format::context_flags;
-    to.rax = value(REG_RAX);
-    to.rbx = value(REG_RBX);
-    to.rcx = value(REG_RCX);
-    to.rdx = value(REG_RDX);
-    to.rsi = value(REG_RSI);
-    to.rdi = value(REG_RDI);
-    to.rbp = value(REG_RBP);
-    to.rsp = value(REG_RSP);
-    to.r8 = value(REG_R8);
-    to.r9 = value(REG_R9);
-    to.r10 = value(REG_R10);
-    to.r11 = value(REG_R11);
-    to.r12 = value(REG_R12);
-    to.r13 = value(REG_R13);
-    to.r14 = value(REG_R14);
-    to.r15 = value(REG_R15);
-    to.rip = value(REG_RIP);
-    to.eflags = static_cast<uint32_t>(value(REG_EFL));
-    const uint64_t segments = value(REG_CSGSFS); // 16 bits each
-    to.cs = static_cast<uint16_t>(segments);
-    to.gs = static_cast<uint16_t>(segments >> 16);
-    to.fs = static_cast<uint16_t>(segments >> 32);
-    if (const _libc_fpstate* const floats = from.uc_mcontext.fpregs) {
-        static_assert(sizeof *floats == sizeof to.float_save);
-        memcpy(to.float_save, floats, sizeof to.float_save);
-        to.mxcsr = floats->mxcsr;
-    }
-}
 
 class Writer
 {
@@ -288,13 +229,13 @@ private:
             exception->ExceptionPointers->ContextRecord != nullptr)
             at_fault =
                 reinterpret_cast<const ucontext_t*>(exception->ExceptionPointers->ContextRecord);
-        convert(*at_fault, m_registers);
+        m_registers = format::context_of(*at_fault);
         write_thread(gettid(), m_registers, most_of_faulting_stack);
         m_faulting_context = m_space.threads[0].context;
         for (int i = 0; i < others; ++i) {
             const HeldThread& thread = m_space.others[i];
             if (thread.has_registers) {
-                convert(thread.registers, m_registers);
+                m_registers = format::context_of(thread.registers);
             } else {
                 m_registers = {};
                 m_registers.flags = format::context_flags;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <stdint.h>
+#include <ucontext.h>
 
 namespace zor::platform::minidump {
 
@@ -135,5 +136,8 @@ static_assert(sizeof(Exception) == 168 && sizeof(SystemInfo) == 56 && sizeof(Con
 constexpr uint32_t context_flags = 0x0010000F;
 // What stands in front of a module's build id.
 constexpr uint32_t elf_identity = 0x4270454C; // "BpEL"
+
+// A thread's registers in that order.
+Context context_of(const ucontext_t& registers);
 
 } // namespace zor::platform::minidump
