@@ -40,7 +40,8 @@ void fill(const fs::path& path, unsigned left)
     }
     file.close();
     const auto size = fs::file_size(path);
-    fs::resize_file(path, size > left ? size - left : 0);
+    if (left != 0)
+        fs::resize_file(path, size > left ? size - left : 0);
 }
 
 // Many dumps take Wine minutes: seconds for each.
