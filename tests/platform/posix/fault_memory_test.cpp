@@ -23,16 +23,6 @@ class FaultMemory : public testing::Test
 {
 protected:
     FaultMemory() { EXPECT_TRUE(set_fault_memory_aside()); }
-
-    // Blocks of the memory set aside lie side by side, far from the heap's.
-    static bool is_aside(const void* block)
-    {
-        const FaultScope scope;
-        void* const known = malloc(16);
-        const auto distance = static_cast<const char*>(known) - static_cast<const char*>(block);
-        free(known);
-        return distance > -(64 << 20) && distance < (64 << 20);
-    }
 };
 
 } // namespace
@@ -40,18 +30,18 @@ protected:
 TEST_F(FaultMemory, ServesOnlyAThreadThatHandlesAFault)
 {
     void* volatile common = malloc(100);
-    EXPECT_FALSE(is_aside(common));
+    EXPECT_FALSE(is_fault_memory(common));
     void* volatile aside = nullptr;
     {
         const FaultScope scope;
         aside = malloc(100);
         std::thread([] {
             void* volatile block = malloc(100);
-            EXPECT_FALSE(is_aside(block)) << "another thread";
+            EXPECT_FALSE(is_fault_memory(block)) << "another thread";
             free(block);
         }).join();
     }
-    EXPECT_TRUE(is_aside(aside));
+    EXPECT_TRUE(is_fault_memory(aside));
     free(aside); // knows its way back
     free(common);
 }
@@ -77,12 +67,12 @@ TEST_F(FaultMemory, MovesABlockThatGrows)
     {
         const FaultScope scope;
         moved = static_cast<char*>(enlarge(common, 10000));
-        EXPECT_TRUE(is_aside(moved));
+        EXPECT_TRUE(is_fault_memory(moved));
         EXPECT_STREQ(moved, "moved");
     }
     // Back to the common heap, once the fault is over.
     moved = static_cast<char*>(enlarge(moved, 20000));
-    EXPECT_FALSE(is_aside(moved));
+    EXPECT_FALSE(is_fault_memory(moved));
     EXPECT_STREQ(moved, "moved");
     release(moved);
     release(common);
@@ -93,7 +83,7 @@ TEST_F(FaultMemory, IsClearedWhereThatIsAskedFor)
     const FaultScope scope;
     for (int i = 0; i < 3; ++i) {
         auto* const block = static_cast<unsigned char*>(calloc(100, 10));
-        EXPECT_TRUE(is_aside(block));
+        EXPECT_TRUE(is_fault_memory(block));
         for (int k = 0; k < 1000; ++k)
             ASSERT_EQ(block[k], 0);
         memset(block, 0xFF, 1000);
@@ -115,9 +105,9 @@ TEST_F(FaultMemory, ServesTheOperatorsAndStrings)
             bytes += " and behind, in the C++ library's own functions";
             numbers.push_back(i);
         }
-        EXPECT_TRUE(is_aside(bytes.data()));
-        EXPECT_TRUE(is_aside(numbers.data()));
-        EXPECT_TRUE(is_aside(text.c_str()));
+        EXPECT_TRUE(is_fault_memory(bytes.data()));
+        EXPECT_TRUE(is_fault_memory(numbers.data()));
+        EXPECT_TRUE(is_fault_memory(text.c_str()));
     }
     text += ZOR_W(" it");
     bytes += " it";

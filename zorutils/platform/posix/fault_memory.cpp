@@ -25,19 +25,19 @@ constexpr size_t memory_size = size_t{64} << 20;
 std::atomic<char*> memory{nullptr};
 void* heap = nullptr; // within, once `memory` is there
 
-bool is_set_aside(const void* block)
-{
-    const char* const start = memory.load(std::memory_order_acquire);
-    const auto* const place = static_cast<const char*>(block);
-    return start != nullptr && place >= start && place < start + memory_size;
-}
-
 bool takes_memory_aside()
 {
     return handles_fault() && memory.load(std::memory_order_acquire) != nullptr;
 }
 
 } // namespace
+
+bool is_fault_memory(const void* block)
+{
+    const char* const start = memory.load(std::memory_order_acquire);
+    const auto* const place = static_cast<const char*>(block);
+    return start != nullptr && place >= start && place < start + memory_size;
+}
 
 bool set_fault_memory_aside()
 {
@@ -92,7 +92,7 @@ void* __wrap_calloc(size_t count, size_t size)
 
 void __wrap_free(void* block)
 {
-    if (is_set_aside(block))
+    if (is_fault_memory(block))
         zor_fault_heap_free(heap, block);
     else if (!takes_memory_aside())
         __real_free(block);
@@ -100,7 +100,7 @@ void __wrap_free(void* block)
 
 void* __wrap_realloc(void* block, size_t size)
 {
-    const bool aside = is_set_aside(block);
+    const bool aside = is_fault_memory(block);
     if (!aside && !takes_memory_aside())
         return __real_realloc(block, size);
     void* const moved = __wrap_malloc(size);
@@ -137,7 +137,7 @@ void* __wrap__ZnwmRKSt9nothrow_t(size_t size, const std::nothrow_t& nothrow)
 // A block that was set aside, or any while a fault is handled, has no way to the common heap.
 static bool stays_here(void* block)
 {
-    const bool stays = is_set_aside(block) || takes_memory_aside();
+    const bool stays = is_fault_memory(block) || takes_memory_aside();
     if (stays)
         __wrap_free(block);
     return stays;

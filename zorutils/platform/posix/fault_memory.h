@@ -31,6 +31,9 @@ namespace zor::platform {
 // Sets the memory aside; nothing if it is there. False if the system has none.
 bool set_fault_memory_aside();
 
+// Whether a block lies in it.
+bool is_fault_memory(const void* block);
+
 } // namespace zor::platform
 #endif
 
