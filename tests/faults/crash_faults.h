@@ -21,9 +21,10 @@ unsigned with_registers(const std::function<unsigned(CONTEXT* registers)>& use);
 
 // Faults on the thread that shows a text on the debugger stream, once it has this in it.
 void fault_when_told(const char* text);
-// From now on the stream goes to the error stream.
+// From now on the stream goes to the error stream; nothing on Windows, where no test asks for it.
 void show_debugger_stream();
-// A handler of the host's own, which prints that it is one and ends the program with 33.
+// A handler of the host's own, which prints that it is one and ends the program with 33; nothing on
+// Windows, which has none of signals.
 void handle_faults_as_host();
 
 // Take the lock on this thread, and never give it back.

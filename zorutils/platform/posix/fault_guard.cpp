@@ -6,6 +6,7 @@
 #include "zorutils/platform/posix/fault_memory.h"
 #include "zorutils/platform/posix/minidump_memory.h"
 #include "zorutils/platform/posix/stay_loaded.h"
+#include "zorutils/platform/posix/system_calls.h"
 
 #include <cxxabi.h>
 #include <errno.h>
@@ -248,12 +249,11 @@ void name_thread(DWORD thread, const char* name)
         return;
     }
     snprintf(path, sizeof path, "/proc/self/task/%u/comm", thread);
-    const int file = open(path, O_WRONLY | O_CLOEXEC);
+    const int file = system_calls().open(path, O_WRONLY | O_CLOEXEC, 0);
     if (file < 0)
         return;
-    const ssize_t ignored = write(file, shortened, strlen(shortened));
-    static_cast<void>(ignored);
-    close(file);
+    static_cast<void>(system_calls().write(file, shortened, strlen(shortened)));
+    system_calls().close(file);
 }
 
 namespace {
